@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace velmora {
+
+// The classic sectioned settings file: "[Section]" lines, "key=value" lines under them.
+// Section and key names match without regard to case; values are trimmed and read to at
+// most 255 characters. Text is stored as Windows-1255, as the older program wrote it, and
+// lines that a write doesn't touch keep their bytes. A value that code page can't hold
+// turns the file into UTF-8 with a byte-order mark, so no character is ever lost.
+// Every call reads the file afresh; a write replaces the file whole (temporary file, then
+// rename), so it never leaves half a file behind.
+
+QString ReadIniValue(const QString& file, const QString& section, const QString& key, const QString& defaultValue);
+bool WriteIniValue(const QString& file, const QString& section, const QString& key, const QString& value);
+void ClearIniSection(const QString& file, const QString& section);
+
+inline constexpr int IniValueMaxLength = 255;
+
+} // namespace velmora

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "store/Engine.h"
+
+#include <QDate>
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+namespace velmora {
+
+// What a refresh of the table map knows of one table.
+struct TableRecord {
+    quint8 PeopleCount = 0;
+    QString PeopleNames;
+};
+
+// The one set of variables that all windows share. Made once at start and handed to the
+// windows; nothing else is global.
+struct WeddingState {
+    // Paths, text and the data connection.
+    QString AppPath; // always ends in the path separator
+    QString CrLf;
+    store::Database WeddingDb;
+    store::Recordset WeddingRs;
+    QString SqlText;
+
+    // The wedding's options.
+    QString CoupleName;
+    QString HisFamily;
+    QString HerFamily;
+    quint8 NumOfGroups = 0;
+    QStringList UserGroups;
+    quint8 MaxTables = 100;
+    quint8 MaxChairs = 15;
+    QDate WeddingDate = QDate::currentDate();
+    qint32 DaysLeft = 0;
+    QString AllGuests;
+
+    // The list now shown.
+    QString CurGroup;
+    QString ListOrder;
+    qint16 InvCount = 0;
+    qint16 GuestsConfirmed = 0;
+    qint16 GuestsNotComing = 0;
+    qint16 GuestsUnknown = 0;
+    qint32 PresentTotal = 0;
+
+    // The current invitation and the dialogs.
+    quint8 InvMode = 0;
+    bool InvMulti = false;
+    qint16 InvRowFrom = 0;
+    qint16 InvRowTo = 0;
+    QString CurFamilyName;
+    QString CurFirstName;
+    qint16 InvRsPos = 0;
+    qint16 SavedRow = 0;
+    qint16 SavedTopRow = 0;
+    bool DialerFree = false;
+    bool DialPending = false;
+    QString DialNumber;
+
+    // Seating and printing.
+    quint8 CurTable = 0;
+    quint8 CurTableChairs = 0;
+    quint8 TableViewMode = 0;
+    std::vector<TableRecord> TableInfo;
+    bool OptionsPending = false;
+    bool LabelFrame = false;
+    bool LabelAddress = false;
+    qint32 LabelColor = 0;
+    QString NoteStyle;
+    qint32 PrintPage = 0;
+
+    // The settings file and the database of this wedding.
+    QString iniFile() const { return AppPath + QStringLiteral("velmora.ini"); }
+    QString databaseFile() const { return AppPath + QStringLiteral("Velmora.mdb"); }
+};
+
+} // namespace velmora

@@ -1,0 +1,236 @@
+#include "ScriptedPrompts.h"
+
+#include <QTest>
+
+namespace velmora::test {
+
+namespace {
+
+const char* kindName(PromptKind kind)
+{
+    switch (kind) {
+    case PromptKind::Message:
+        return "message";
+    case PromptKind::Input:
+        return "input";
+    case PromptKind::OpenFile:
+        return "open-file";
+    case PromptKind::SaveFile:
+        return "save-file";
+    case PromptKind::Colour:
+        return "colour";
+    case PromptKind::Printer:
+        return "printer";
+    case PromptKind::Beep:
+        return "beep";
+    }
+    return "?";
+}
+
+void failTest(const QString& message)
+{
+    // Outside a test function there is nothing to fail: say it loudly instead.
+    if (QTest::currentTestFunction())
+        QTest::qFail(qPrintable(message), __FILE__, __LINE__);
+    else
+        qCritical("%s", qPrintable(message));
+}
+
+RecordedPrompt plain(PromptKind kind, const QString& title = {}, const QString& text = {})
+{
+    RecordedPrompt prompt;
+    prompt.kind = kind;
+    prompt.title = title;
+    prompt.text = text;
+    return prompt;
+}
+
+} // namespace
+
+QString describe(const RecordedPrompt& p)
+{
+    return QStringLiteral("%1 [icon %2, buttons %3, default %4] \"%5\": \"%6\"")
+        .arg(QString::fromLatin1(kindName(p.kind)))
+        .arg(int(p.icon))
+        .arg(int(p.buttons))
+        .arg(int(p.defaultButton))
+        .arg(p.title, p.text);
+}
+
+ScriptedPrompts::~ScriptedPrompts()
+{
+    verifyDone();
+}
+
+ScriptedPrompts& ScriptedPrompts::expectMessage(PromptIcon icon, const QString& text, const QString& title)
+{
+    Step step;
+    step.expected = plain(PromptKind::Message, title, text);
+    step.expected.icon = icon;
+    m_script.push_back(step);
+    return *this;
+}
+
+ScriptedPrompts& ScriptedPrompts::expectQuestion(const QString& text, PromptAnswer answer, const QString& title,
+                                                 PromptButtons buttons, PromptAnswer defaultButton)
+{
+    Step step;
+    step.expected = plain(PromptKind::Message, title, text);
+    step.expected.icon = PromptIcon::Question;
+    step.expected.buttons = buttons;
+    step.expected.defaultButton = defaultButton;
+    step.answer = answer;
+    m_script.push_back(step);
+    return *this;
+}
+
+ScriptedPrompts& ScriptedPrompts::expectInput(const QString& prompt, const QString& answer, const QString& title)
+{
+    Step step;
+    step.expected = plain(PromptKind::Input, title, prompt);
+    step.input = answer;
+    m_script.push_back(step);
+    return *this;
+}
+
+ScriptedPrompts& ScriptedPrompts::expectOpenFile(const std::optional<QString>& path)
+{
+    Step step;
+    step.expected = plain(PromptKind::OpenFile);
+    step.checkDetails = false;
+    step.path = path;
+    m_script.push_back(step);
+    return *this;
+}
+
+ScriptedPrompts& ScriptedPrompts::expectSaveFile(const std::optional<QString>& path)
+{
+    Step step;
+    step.expected = plain(PromptKind::SaveFile);
+    step.checkDetails = false;
+    step.path = path;
+    m_script.push_back(step);
+    return *this;
+}
+
+ScriptedPrompts& ScriptedPrompts::expectColour(const std::optional<QColor>& colour)
+{
+    Step step;
+    step.expected = plain(PromptKind::Colour);
+    step.checkDetails = false;
+    step.colour = colour;
+    m_script.push_back(step);
+    return *this;
+}
+
+ScriptedPrompts& ScriptedPrompts::expectPrinter(const std::optional<PrinterRequest>& choice)
+{
+    Step step;
+    step.expected = plain(PromptKind::Printer);
+    step.checkDetails = false;
+    step.printer = choice;
+    m_script.push_back(step);
+    return *this;
+}
+
+ScriptedPrompts& ScriptedPrompts::expectBeep()
+{
+    Step step;
+    step.expected = plain(PromptKind::Beep);
+    m_script.push_back(step);
+    return *this;
+}
+
+bool ScriptedPrompts::verifyDone()
+{
+    if (m_script.empty())
+        return true;
+    QStringList unused;
+    for (const Step& step : m_script)
+        unused << describe(step.expected);
+    m_script.clear();
+    failTest(QStringLiteral("Scripted prompts never shown:\n  ") + unused.join(QStringLiteral("\n  ")));
+    return false;
+}
+
+std::optional<ScriptedPrompts::Step> ScriptedPrompts::take(const RecordedPrompt& shown)
+{
+    m_history.push_back(shown);
+    if (m_script.empty()) {
+        failTest(QStringLiteral("Unexpected prompt: ") + describe(shown));
+        return std::nullopt;
+    }
+    Step step = m_script.front();
+    m_script.pop_front();
+    const RecordedPrompt& e = step.expected;
+    const bool same = e.kind == shown.kind
+        && (!step.checkDetails
+            || (e.icon == shown.icon && e.title == shown.title && e.text == shown.text && e.buttons == shown.buttons
+                && e.defaultButton == shown.defaultButton));
+    if (!same) {
+        failTest(QStringLiteral("Prompt differs from the script.\n  expected: %1\n  shown:    %2")
+                     .arg(describe(e), describe(shown)));
+    }
+    return step;
+}
+
+PromptAnswer ScriptedPrompts::show(const MessageRequest& request)
+{
+    RecordedPrompt shown = plain(PromptKind::Message, request.title.isEmpty() ? DefaultCaption : request.title,
+                                 request.text);
+    shown.icon = request.icon;
+    shown.buttons = request.buttons;
+    shown.defaultButton = request.defaultButton;
+    const auto step = take(shown);
+    if (!step)
+        return request.buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Cancel;
+    return step->answer;
+}
+
+QString ScriptedPrompts::inputBox(const InputRequest& request)
+{
+    const auto step = take(plain(PromptKind::Input, request.title.isEmpty() ? DefaultCaption : request.title,
+                                 request.prompt));
+    return step ? step->input : QString();
+}
+
+PromptResult<QString> ScriptedPrompts::openFile(const FileRequest& request)
+{
+    m_fileRequests.push_back(request);
+    const auto step = take(plain(PromptKind::OpenFile, request.title, request.filter));
+    if (!step || !step->path)
+        return PromptResult<QString>::cancelled();
+    return {*step->path, {}};
+}
+
+PromptResult<QString> ScriptedPrompts::saveFile(const FileRequest& request)
+{
+    m_fileRequests.push_back(request);
+    const auto step = take(plain(PromptKind::SaveFile, request.title, request.filter));
+    if (!step || !step->path)
+        return PromptResult<QString>::cancelled();
+    return {*step->path, {}};
+}
+
+PromptResult<QColor> ScriptedPrompts::chooseColour(const QColor& /*initial*/)
+{
+    const auto step = take(plain(PromptKind::Colour));
+    if (!step || !step->colour)
+        return PromptResult<QColor>::cancelled();
+    return {*step->colour, {}};
+}
+
+PromptResult<PrinterRequest> ScriptedPrompts::choosePrinter(const PrinterRequest& /*proposal*/)
+{
+    const auto step = take(plain(PromptKind::Printer));
+    if (!step || !step->printer)
+        return PromptResult<PrinterRequest>::cancelled();
+    return {*step->printer, {}};
+}
+
+void ScriptedPrompts::beep()
+{
+    take(plain(PromptKind::Beep));
+}
+
+} // namespace velmora::test
