@@ -213,7 +213,7 @@ private:
     QByteArray lineEnd() const
     {
         for (const Line& line : m_lines) {
-            if (!line.end.isEmpty())
+            if (line.end.endsWith('\n'))
                 return line.end;
         }
         return "\r\n";
@@ -221,7 +221,7 @@ private:
 
     void terminate(size_t index)
     {
-        if (index < m_lines.size() && m_lines[index].end.isEmpty())
+        if (index < m_lines.size() && !m_lines[index].end.endsWith('\n'))
             m_lines[index].end = lineEnd();
     }
 

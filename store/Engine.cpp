@@ -383,7 +383,9 @@ std::shared_ptr<Connection> connect(const QString& path, int flags)
 {
     auto connection = std::make_shared<Connection>();
     connection->path = path;
-    const int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &connection->db, flags, nullptr);
+    // The program has one thread: SQLite's own locking would only cost time.
+    const int rc = sqlite3_open_v2(QFile::encodeName(path).constData(), &connection->db, flags | SQLITE_OPEN_NOMUTEX,
+                                   nullptr);
     if (rc != SQLITE_OK) {
         const int code = rc;
         connection->close();
@@ -522,6 +524,19 @@ TableDef Database::readTableDef(const QString& name) const
     return table;
 }
 
+void Database::inTransaction(const std::function<void()>& work)
+{
+    Connection& connection = live(m_connection);
+    exec(connection, QStringLiteral("BEGIN"));
+    try {
+        work();
+    } catch (...) {
+        exec(connection, QStringLiteral("ROLLBACK"));
+        throw;
+    }
+    exec(connection, QStringLiteral("COMMIT"));
+}
+
 Recordset Database::openRecordset(const QString& sql) const
 {
     Connection& connection = live(m_connection);
@@ -606,14 +621,15 @@ void Recordset::moveFirst()
 void Recordset::moveNext()
 {
     checkOpen();
-    if (eof())
-        fail(failures::NoCurrentRecord, QStringLiteral("אין רשומה נוכחית."));
     m_editMode = EditMode::None;
     // After a delete the next row already stands at the current place.
-    if (m_onDeleted)
+    if (m_onDeleted) {
         m_onDeleted = false;
-    else
-        ++m_position;
+        return;
+    }
+    if (eof())
+        fail(failures::NoCurrentRecord, QStringLiteral("אין רשומה נוכחית."));
+    ++m_position;
 }
 
 int Recordset::recordCount() const
@@ -645,6 +661,11 @@ const FieldDef& Recordset::fieldDef(int index) const
 
 int Recordset::fieldIndex(const QString& name) const
 {
+    // Names come as written nearly always: an exact match first is much cheaper.
+    for (int i = 0; i < fieldCount(); ++i) {
+        if (m_fields[size_t(i)].name == name)
+            return i;
+    }
     for (int i = 0; i < fieldCount(); ++i) {
         if (m_fields[size_t(i)].name.compare(name, Qt::CaseInsensitive) == 0)
             return i;

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -108,6 +109,10 @@ public:
     TableDef tableDef(const QString& name) const;
 
     Recordset openRecordset(const QString& sql) const;
+
+    // Runs `work` as one transaction, for tools that write many rows at once; the
+    // program's own operations store each Update by itself.
+    void inTransaction(const std::function<void()>& work);
 
     // Record sets become invalid; closing twice fails.
     void close();

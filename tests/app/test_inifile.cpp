@@ -1,0 +1,171 @@
+#include "TestMain.h"
+
+#include "app/IniFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStringEncoder>
+#include <QTemporaryDir>
+
+using namespace velmora;
+
+namespace {
+
+QByteArray cp1255(const QString& text)
+{
+    QStringEncoder encoder("windows-1255");
+    return encoder.encode(text);
+}
+
+QByteArray readAll(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeAll(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+} // namespace
+
+class IniFileTest : public QObject {
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    QString m_file;
+
+private slots:
+    void init()
+    {
+        m_file = m_dir.filePath(QStringLiteral("velmora.ini"));
+        QFile::remove(m_file);
+    }
+
+    void aMissingFileGivesDefaultsAndIsMadeByAWrite()
+    {
+        QCOMPARE(ReadIniValue(m_file, "Options", "Max Tables", "100"), QStringLiteral("100"));
+        ClearIniSection(m_file, "Options");
+        QVERIFY(!QFile::exists(m_file));
+
+        QVERIFY(WriteIniValue(m_file, "Options", "Couple", QStringLiteral("דנה ויואב")));
+        QVERIFY(WriteIniValue(m_file, "Options", "Max Tables", "40"));
+        QVERIFY(WriteIniValue(m_file, "Print", "Label Frame", "True"));
+        QVERIFY(WriteIniValue(m_file, "Options", "Max Chairs", ""));
+        QCOMPARE(readAll(m_file), "[Options]\r\nCouple=" + cp1255(QStringLiteral("דנה ויואב"))
+                                      + "\r\nMax Tables=40\r\nMax Chairs=\r\n\r\n[Print]\r\nLabel Frame=True\r\n");
+        QCOMPARE(ReadIniValue(m_file, "Options", "Couple", ""), QStringLiteral("דנה ויואב"));
+        // Present but empty is not missing.
+        QCOMPARE(ReadIniValue(m_file, "Options", "Max Chairs", "15"), QString());
+        QCOMPARE(ReadIniValue(m_file, "Options", "Nothing", "x"), QStringLiteral("x"));
+        QCOMPARE(ReadIniValue(m_file, "Nowhere", "Couple", "x"), QStringLiteral("x"));
+        QVERIFY(QDir(m_dir.path()).entryList(QDir::Files).size() == 1); // no temporary left behind
+    }
+
+    void anOldWindows1255FileReadsAndKeepsItsBytes()
+    {
+        const QByteArray old = "; written by the old program\r\n[Options]\r\nCouple=" + cp1255(QStringLiteral("שירה ועומר"))
+            + "\r\nHis Family = " + cp1255(QStringLiteral("משפחת כ\"ץ")) + "  \r\nWedding Date=05/03/2027\r\n"
+            + "[UserGroups]\r\nGroup-0=" + cp1255(QStringLiteral("חברים ₪ ״צבא״")) + "\r\n";
+        writeAll(m_file, old);
+        QCOMPARE(ReadIniValue(m_file, "options", "COUPLE", ""), QStringLiteral("שירה ועומר"));
+        QCOMPARE(ReadIniValue(m_file, "Options", "His Family", ""), QStringLiteral("משפחת כ\"ץ"));
+        QCOMPARE(ReadIniValue(m_file, "UserGroups", "Group-0", ""), QStringLiteral("חברים ₪ ״צבא״"));
+
+        // A rewrite of one value leaves every other byte as it was.
+        QVERIFY(WriteIniValue(m_file, "Options", "Wedding Date", "06/03/2027"));
+        QByteArray expected = old;
+        expected.replace("05/03/2027", "06/03/2027");
+        QCOMPARE(readAll(m_file), expected);
+        QVERIFY(WriteIniValue(m_file, "Options", "Couple", QStringLiteral("שירה ועומר")));
+        QCOMPARE(readAll(m_file), expected);
+    }
+
+    void readsStopAt255Characters()
+    {
+        const QString longValue = QString(300, QChar(u'א'));
+        QVERIFY(WriteIniValue(m_file, "TablesMap", "GardenMapBackground", longValue));
+        QCOMPARE(ReadIniValue(m_file, "TablesMap", "GardenMapBackground", ""), longValue.left(255));
+        QCOMPARE(readAll(m_file).size(), qsizetype(300 + QByteArray("[TablesMap]\r\nGardenMapBackground=\r\n").size()));
+    }
+
+    void clearingASectionRemovesAllOfIt()
+    {
+        writeAll(m_file, "[Options]\nNumOfGroups=6\n[UserGroups]\nGroup-0=a\nGroup-5=f\n\n[userGroups]\nGroup-9=z\n[Print]\nLabel Color=255\n");
+        ClearIniSection(m_file, "UserGroups");
+        QCOMPARE(readAll(m_file), QByteArray("[Options]\nNumOfGroups=6\n[Print]\nLabel Color=255\n"));
+        QCOMPARE(ReadIniValue(m_file, "UserGroups", "Group-5", "none"), QStringLiteral("none"));
+        // A key added to an LF file keeps LF line ends.
+        QVERIFY(WriteIniValue(m_file, "Options", "Max Tables", "20"));
+        QCOMPARE(readAll(m_file), QByteArray("[Options]\nNumOfGroups=6\nMax Tables=20\n[Print]\nLabel Color=255\n"));
+    }
+
+    void oddLinesNeitherBreakReadsNorGetLost()
+    {
+        const QByteArray odd = "Loose=before any section\r\n"
+                               "\xEF\xBB\xBF junk without equals\r\n"
+                               "[Options\r\n"
+                               "=blank key\r\n"
+                               "no equals sign here\n"
+                               "Max Tables=30\n"
+                               "; Max Chairs=99\n"
+                               "Max Chairs=12\r"; // no line end but a stray CR
+        writeAll(m_file, odd);
+        QCOMPARE(ReadIniValue(m_file, "Options", "Max Tables", "100"), QStringLiteral("30"));
+        QCOMPARE(ReadIniValue(m_file, "Options", "Max Chairs", "15"), QStringLiteral("12"));
+        QCOMPARE(ReadIniValue(m_file, "Options", "", "d"), QStringLiteral("d"));
+        QCOMPARE(ReadIniValue(m_file, "", "Loose", "d"), QStringLiteral("d"));
+        QVERIFY(WriteIniValue(m_file, "Options", "Couple", "x"));
+        QCOMPARE(readAll(m_file), odd + "\nCouple=x\r\n");
+
+        // A huge line is read, cut, and kept.
+        const QByteArray huge = "[Print]\r\nNote Background=" + QByteArray(2 * 1024 * 1024, 'q') + "\r\n";
+        writeAll(m_file, huge);
+        QCOMPARE(ReadIniValue(m_file, "Print", "Note Background", "").size(), 255);
+        QVERIFY(WriteIniValue(m_file, "Print", "Note Color", "1"));
+        QCOMPARE(readAll(m_file), huge + "Note Color=1\r\n");
+    }
+
+    void aUtf8FileWithAByteOrderMarkStaysUtf8()
+    {
+        writeAll(m_file, "\xEF\xBB\xBF[Options]\r\nCouple=" + QStringLiteral("דנה").toUtf8() + "\r\n");
+        QCOMPARE(ReadIniValue(m_file, "Options", "Couple", ""), QStringLiteral("דנה"));
+        QVERIFY(WriteIniValue(m_file, "Options", "Her Family", QStringLiteral("לוי")));
+        QCOMPARE(readAll(m_file), "\xEF\xBB\xBF[Options]\r\nCouple=" + QStringLiteral("דנה").toUtf8() + "\r\nHer Family="
+                                      + QStringLiteral("לוי").toUtf8() + "\r\n");
+    }
+
+    void textTheCodePageCannotHoldIsNeverLost()
+    {
+        QVERIFY(WriteIniValue(m_file, "Options", "Couple", QStringLiteral("דנה")));
+        QVERIFY(WriteIniValue(m_file, "UserGroups", "Group-3", QStringLiteral("Наташа и سارة")));
+        // The file turned into UTF-8 as a whole: every value reads back unchanged.
+        QVERIFY(readAll(m_file).startsWith("\xEF\xBB\xBF[Options]"));
+        QCOMPARE(ReadIniValue(m_file, "UserGroups", "Group-3", ""), QStringLiteral("Наташа и سارة"));
+        QCOMPARE(ReadIniValue(m_file, "Options", "Couple", ""), QStringLiteral("דנה"));
+        QVERIFY(!readAll(m_file).contains('?'));
+    }
+
+    void aValueKeepsToItsLine()
+    {
+        QVERIFY(WriteIniValue(m_file, "UserGroups", "Group-0", QStringLiteral("שורה\r\n[Options]\nCouple=x")));
+        QCOMPARE(ReadIniValue(m_file, "Options", "Couple", "none"), QStringLiteral("none"));
+        QCOMPARE(ReadIniValue(m_file, "UserGroups", "Group-0", ""), QStringLiteral("שורה [Options] Couple=x"));
+    }
+
+    void anUnreadableFileGivesDefaults()
+    {
+        QVERIFY(QDir(m_dir.path()).mkdir(QStringLiteral("folder.ini")));
+        const QString folder = m_dir.filePath(QStringLiteral("folder.ini"));
+        QCOMPARE(ReadIniValue(folder, "Options", "Couple", "d"), QStringLiteral("d"));
+        QVERIFY(!WriteIniValue(folder, "Options", "Couple", "x"));
+        QVERIFY(!WriteIniValue(m_dir.filePath(QStringLiteral("no/such/velmora.ini")), "Options", "Couple", "x"));
+    }
+};
+
+VELMORA_TEST_MAIN(IniFileTest)
+#include "test_inifile.moc"

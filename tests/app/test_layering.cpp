@@ -1,0 +1,38 @@
+#include "TestMain.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+
+// Logic never includes widgets, so it is tested without windows; only ui/ folders,
+// the program's main() and the tests may.
+class LayeringTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void onlyUiFoldersIncludeWidgets()
+    {
+        static const QRegularExpression widgetInclude(
+            QStringLiteral("#\\s*include\\s*[<\"](QtWidgets|QtPrintSupport|QWidget|QDialog|QMessageBox|QFileDialog|"
+                           "QPrintDialog|QApplication|QMainWindow|QPrinter)[/>\"]"));
+        QStringList offenders;
+        const QString root = QStringLiteral(VELMORA_SOURCE_DIR);
+        for (const char* folder : {"app", "store", "guests", "seating", "budget", "printing", "telephony", "desktop"}) {
+            QDirIterator it(root + u'/' + QString::fromLatin1(folder), {"*.h", "*.cpp"}, QDir::Files,
+                            QDirIterator::Subdirectories);
+            while (it.hasNext()) {
+                const QString path = it.next();
+                if (path.contains(QStringLiteral("/ui/")) || path.endsWith(QStringLiteral("app/main.cpp")))
+                    continue;
+                QFile file(path);
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                if (widgetInclude.match(QString::fromUtf8(file.readAll())).hasMatch())
+                    offenders << path.mid(root.size() + 1);
+            }
+        }
+        QVERIFY2(offenders.isEmpty(), qPrintable(offenders.join(u' ')));
+    }
+};
+
+VELMORA_TEST_MAIN(LayeringTest)
+#include "test_layering.moc"

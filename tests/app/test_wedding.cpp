@@ -1,0 +1,202 @@
+#include "TestMain.h"
+
+#include "app/IniFile.h"
+#include "app/Settings.h"
+#include "app/Wedding.h"
+#include "app/WeddingState.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QTemporaryDir>
+
+using namespace velmora;
+
+class WeddingTest : public QObject {
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    WeddingState m_state;
+    UserStore m_store;
+
+    QString ini(const char* section, const char* key) const
+    {
+        return ReadIniValue(m_state.iniFile(), QString::fromLatin1(section), QString::fromLatin1(key), QStringLiteral("<none>"));
+    }
+
+private slots:
+    void init()
+    {
+        m_state = WeddingState();
+        m_state.AppPath = AppPathFor(m_dir.path());
+        QFile::remove(m_state.iniFile());
+        QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
+    }
+
+    void appPathEndsInExactlyOneSeparator()
+    {
+        QCOMPARE(AppPathFor(QStringLiteral("/home/dana/wedding")), QStringLiteral("/home/dana/wedding/"));
+        QCOMPARE(AppPathFor(QStringLiteral("/")), QStringLiteral("/"));
+        QCOMPARE(m_state.databaseFile(), m_dir.path() + QStringLiteral("/Velmora.mdb"));
+    }
+
+    void saveOptionsWritesTheOptionsAndTheGroupsAnew()
+    {
+        m_state.CoupleName = QStringLiteral("דנה ויואב");
+        m_state.HisFamily = QStringLiteral("משפחת כהן");
+        m_state.HerFamily = QStringLiteral("משפחת לוי");
+        m_state.MaxTables = 40;
+        m_state.MaxChairs = 12;
+        m_state.WeddingDate = QDate(2027, 3, 5);
+        m_state.NumOfGroups = 6;
+        m_state.UserGroups = {"a", "b", "c", "d", "e", "f"};
+        SaveOptions(m_state);
+        QCOMPARE(ini("UserGroups", "Group-5"), QStringLiteral("f"));
+
+        m_state.NumOfGroups = 4;
+        m_state.UserGroups = {QStringLiteral("דנה ויואב"), "b", "c", QStringLiteral("חברים")};
+        SaveOptions(m_state);
+        QCOMPARE(ini("Options", "Couple"), QStringLiteral("דנה ויואב"));
+        QCOMPARE(ini("Options", "His Family"), QStringLiteral("משפחת כהן"));
+        QCOMPARE(ini("Options", "Her Family"), QStringLiteral("משפחת לוי"));
+        QCOMPARE(ini("Options", "NumOfGroups"), QStringLiteral("4"));
+        QCOMPARE(ini("Options", "Max Tables"), QStringLiteral("40"));
+        QCOMPARE(ini("Options", "Max Chairs"), QStringLiteral("12"));
+        QCOMPARE(ini("UserGroups", "Group-3"), QStringLiteral("חברים"));
+        QCOMPARE(ini("UserGroups", "Group-4"), QStringLiteral("<none>"));
+        QCOMPARE(ini("UserGroups", "Group-5"), QStringLiteral("<none>"));
+
+        // What is read back at the next start is what was written, whatever the day.
+        WeddingState next;
+        next.AppPath = m_state.AppPath;
+        ReadWeddingOptions(next, m_store);
+        QCOMPARE(SettingsFile(next.iniFile()).date(keys::WeddingDate, QDate::currentDate()), QDate(2027, 3, 5));
+        QCOMPARE(next.UserGroups, m_state.UserGroups);
+        QCOMPARE(next.NumOfGroups, quint8(4));
+        QCOMPARE(next.MaxTables, quint8(40));
+        QVERIFY(!next.OptionsPending);
+    }
+
+    void fileExistsOnlyForPlainFiles()
+    {
+        QVERIFY(!FileExists(QString()));
+        QVERIFY(!FileExists(QStringLiteral("   ")));
+        QVERIFY(!FileExists(m_dir.path()));
+        QVERIFY(!FileExists(m_state.iniFile()));
+        SaveOptions(m_state);
+        QVERIFY(FileExists(m_state.iniFile()));
+        QVERIFY(FileExists(QStringLiteral("  ") + m_state.iniFile() + QStringLiteral(" ")));
+    }
+
+    void daysToWeddingIsNeverNegative()
+    {
+        const QDate today(2026, 11, 22);
+        m_state.WeddingDate = QDate(2026, 12, 2);
+        QCOMPARE(DaysToWedding(m_state, today), QStringLiteral("10"));
+        QCOMPARE(m_state.DaysLeft, 10);
+        m_state.WeddingDate = today;
+        QCOMPARE(DaysToWedding(m_state, today), QStringLiteral("0"));
+        m_state.WeddingDate = QDate(2025, 1, 1);
+        QCOMPARE(DaysToWedding(m_state, today), QStringLiteral("0"));
+        QCOMPARE(m_state.DaysLeft, 0);
+    }
+
+    void oldSettingsMoveIntoTheSettingsFile()
+    {
+        {
+            QSettings old(QStringLiteral("Velmora"), QStringLiteral("Velmora"));
+            old.setValue("Options/Couple", QStringLiteral("רות ובועז"));
+            old.setValue("Options/His Family", QStringLiteral("משפחת אלימלך"));
+            old.setValue("Options/Her Family", QStringLiteral("משפחת נעמי"));
+            old.setValue("Options/Max Tables", "30");
+            old.setValue("Options/Max Chairs", "10");
+            old.setValue("Print/Label Frame", "True");
+            old.setValue("Print/Label Color", "255");
+            old.setValue("Settings/Window", "2");
+        }
+        m_state.WeddingDate = QDate(2027, 6, 1);
+        ReadWeddingOptions(m_state, m_store);
+
+        QVERIFY(m_state.OptionsPending);
+        QCOMPARE(m_state.CoupleName, QStringLiteral("רות ובועז"));
+        QCOMPARE(m_state.MaxTables, quint8(30));
+        QCOMPARE(ini("Options", "Her Family"), QStringLiteral("משפחת נעמי"));
+        QCOMPARE(ini("Options", "Max Chairs"), QStringLiteral("10"));
+        QCOMPARE(ini("Options", "Wedding Date"), QStringLiteral("01/06/2027"));
+        QCOMPARE(ini("Print", "Label Frame"), QStringLiteral("True"));
+        QCOMPARE(ini("Print", "Label Color"), QStringLiteral("255"));
+        QCOMPARE(ini("Print", "Label Address"), QStringLiteral("True"));
+        QVERIFY(!m_store.hasSection(QStringLiteral("Options")));
+        QVERIFY(!m_store.hasSection(QStringLiteral("Print")));
+        QCOMPARE(m_store.read(keys::Window), QStringLiteral("2")); // the window's own section stays
+
+        // Names all present now: the next start leaves the store alone.
+        m_store.write(keys::OldCouple, QStringLiteral("ignored"));
+        WeddingState next;
+        next.AppPath = m_state.AppPath;
+        ReadWeddingOptions(next, m_store);
+        QVERIFY(!next.OptionsPending);
+        QCOMPARE(m_store.read(keys::OldCouple), QStringLiteral("ignored"));
+    }
+
+    void aFirstStartGetsTheDefaultNames()
+    {
+        ReadWeddingOptions(m_state, m_store);
+        QVERIFY(m_state.OptionsPending);
+        QCOMPARE(ini("Options", "Couple"), QStringLiteral("שמות בני הזוג"));
+        QCOMPARE(ini("Options", "His Family"), QStringLiteral("משפחת החתן"));
+        QCOMPARE(ini("Options", "Her Family"), QStringLiteral("משפחת הכלה"));
+        QCOMPARE(ini("Options", "Max Tables"), QStringLiteral("100"));
+        QCOMPARE(ini("Options", "Max Chairs"), QStringLiteral("15"));
+        QCOMPARE(ini("Options", "NumOfGroups"), QStringLiteral("0"));
+        QCOMPARE(ini("Options", "Wedding Date"), values::fromDate(QDate::currentDate()));
+        QCOMPARE(ini("Print", "Label Frame"), QStringLiteral("<none>"));
+
+        // One name emptied by hand: with nothing in the store, all three start over.
+        WriteIniValue(m_state.iniFile(), "Options", "Couple", QStringLiteral("נועה ואיתי"));
+        WriteIniValue(m_state.iniFile(), "Options", "Her Family", QString());
+        WeddingState next;
+        next.AppPath = m_state.AppPath;
+        ReadWeddingOptions(next, m_store);
+        QVERIFY(next.OptionsPending);
+        QCOMPARE(next.CoupleName, QStringLiteral("שמות בני הזוג"));
+        QCOMPARE(ini("Options", "Her Family"), QStringLiteral("משפחת הכלה"));
+    }
+
+    void settingsOfTheWrongShapeFallBackToDefaults()
+    {
+        WriteIniValue(m_state.iniFile(), "Options", "Couple", "a");
+        WriteIniValue(m_state.iniFile(), "Options", "His Family", "b");
+        WriteIniValue(m_state.iniFile(), "Options", "Her Family", "c");
+        WriteIniValue(m_state.iniFile(), "Options", "Max Tables", QStringLiteral("הרבה"));
+        WriteIniValue(m_state.iniFile(), "Options", "Max Chairs", "300");
+        WriteIniValue(m_state.iniFile(), "Options", "NumOfGroups", "2");
+        WriteIniValue(m_state.iniFile(), "UserGroups", "Group-0", "a");
+        WriteIniValue(m_state.iniFile(), "Options", "Wedding Date", "not a date");
+        ReadWeddingOptions(m_state, m_store);
+        QCOMPARE(m_state.MaxTables, quint8(100));
+        QCOMPARE(m_state.MaxChairs, quint8(15));
+        QCOMPARE(m_state.UserGroups, QStringList({"a", ""}));
+        QCOMPARE(SettingsFile(m_state.iniFile()).date(keys::WeddingDate, QDate(2030, 1, 1)), QDate(2030, 1, 1));
+        QCOMPARE(values::toDate(QStringLiteral("5/3/2027")), std::optional<QDate>(QDate(2027, 3, 5)));
+    }
+
+    void userStoreKeepsValuesUnderVelmora()
+    {
+        QCOMPARE(m_store.read(keys::ColWidth, 3), keys::NoValue);
+        m_store.write(keys::ColWidth, 3, QStringLiteral("1500"));
+        m_store.write(keys::MainLeft, QStringLiteral("1200"));
+        QCOMPARE(UserStore().read(keys::ColWidth, 3), QStringLiteral("1500"));
+        QCOMPARE(m_store.read(keys::MainLeft, QStringLiteral("0")), QStringLiteral("1200"));
+        QCOMPARE(QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).value("TableSettings/ColWidth-3").toString(),
+                 QStringLiteral("1500"));
+        m_store.deleteSection(QStringLiteral("TableSettings"));
+        m_store.deleteSection(QStringLiteral("NoSuchSection"));
+        QCOMPARE(m_store.read(keys::ColWidth, 3), keys::NoValue);
+        QCOMPARE(m_store.read(keys::MainLeft, QStringLiteral("0")), QStringLiteral("1200"));
+    }
+};
+
+VELMORA_TEST_MAIN(WeddingTest)
+#include "test_wedding.moc"
