@@ -2,7 +2,7 @@
 BUILD ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: deps build run test bench clean
+.PHONY: deps build run demo test bench clean
 
 deps:
 	@bash scripts/install-deps.sh
@@ -16,6 +16,11 @@ build: deps $(BUILD)/CMakeCache.txt
 run: build
 	mkdir -p wedding
 	cd wedding && ../$(BUILD)/velmora
+
+# A sample wedding of about 300 invitations in demo/, and Velmora started on it.
+demo: build
+	./$(BUILD)/velmora-sample demo 300
+	cd demo && ../$(BUILD)/velmora
 
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)

@@ -4,16 +4,43 @@
 #include "app/Settings.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
+#include "app/ui/MainWindow.h"
 #include "app/ui/QtPrompts.h"
-#include "store/Schema.h"
+#include "app/ui/SplashWindow.h"
+#include "seating/ui/TableMapWindow.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QLibraryInfo>
-#include <QMainWindow>
 #include <QTranslator>
 
 namespace velmora::ui {
+
+std::unique_ptr<Windows> Main(WeddingState& state, Prompts& prompts, const QString& currentDirectory)
+{
+    state.AppPath = AppPathFor(currentDirectory);
+    state.WeddingDate = SettingsFile(state.iniFile()).date(keys::WeddingDate, QDate::currentDate());
+
+    auto windows = std::make_unique<Windows>();
+    windows->splash = std::make_unique<SplashWindow>();
+    windows->splash->lblWeddingCount->setText(QStringLiteral("עוד ") + DaysToWedding(state)
+                                              + QStringLiteral(" ימים לחתונה..."));
+    windows->splash->show();
+    windows->splash->repaint();
+    QApplication::processEvents();
+
+    windows->main = std::make_unique<MainWindow>(state, prompts);
+    if (auto* qtPrompts = dynamic_cast<QtPrompts*>(&prompts))
+        qtPrompts->setParentWidget(windows->main.get());
+    windows->tableMap = std::make_unique<TableMapWindow>(state, windows->main.get());
+    const bool started = windows->main->load(*windows->tableMap);
+
+    windows->splash->close();
+    if (!started)
+        return nullptr;
+    windows->main->show();
+    return windows;
+}
 
 int runVelmora(int argc, char** argv)
 {
@@ -29,20 +56,21 @@ int runVelmora(int argc, char** argv)
         QApplication::installTranslator(&qtHebrew);
 
     WeddingState state;
-    state.AppPath = AppPathFor(QDir::currentPath());
-    state.CrLf = QStringLiteral("\r\n");
-    state.WeddingDate = SettingsFile(state.iniFile()).date(keys::WeddingDate, QDate::currentDate());
-
-    QMainWindow window;
-    window.setWindowTitle(QStringLiteral("רשימת מוזמנים"));
-    window.resize(800, 430);
-    QtPrompts prompts(&window);
-
-    ReadWeddingOptions(state, UserStore());
-    if (!FileExists(state.databaseFile()) && !store::CreateNewDatabase(state, prompts))
+    QtPrompts prompts;
+    const auto windows = Main(state, prompts, QDir::currentPath());
+    if (!windows)
         return 1;
-    window.show();
     return app.exec();
 }
 
+} // namespace velmora::ui
+
+namespace velmora::ui {
+Windows::~Windows()
+{
+    // The map is a child of the main window: let it go first.
+    tableMap.reset();
+    main.reset();
+    splash.reset();
+}
 } // namespace velmora::ui

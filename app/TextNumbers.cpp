@@ -1,0 +1,56 @@
+#include "app/TextNumbers.h"
+
+namespace velmora {
+
+namespace {
+
+// Length of the number at the start of `text` (after `from`), 0 if none.
+qsizetype numberLength(const QString& text, qsizetype from)
+{
+    qsizetype i = from;
+    if (i < text.size() && (text[i] == u'-' || text[i] == u'+'))
+        ++i;
+    qsizetype digits = 0;
+    while (i < text.size() && text[i] >= u'0' && text[i] <= u'9') {
+        ++i;
+        ++digits;
+    }
+    if (i < text.size() && text[i] == u'.') {
+        qsizetype j = i + 1;
+        qsizetype fraction = 0;
+        while (j < text.size() && text[j] >= u'0' && text[j] <= u'9') {
+            ++j;
+            ++fraction;
+        }
+        if (digits + fraction > 0) {
+            i = j;
+            digits += fraction;
+        }
+    }
+    return digits > 0 ? i - from : 0;
+}
+
+qsizetype skipBlanks(const QString& text)
+{
+    qsizetype i = 0;
+    while (i < text.size() && text[i].isSpace())
+        ++i;
+    return i;
+}
+
+} // namespace
+
+double LeadingNumber(const QString& text)
+{
+    const qsizetype start = skipBlanks(text);
+    const qsizetype length = numberLength(text, start);
+    return length > 0 ? text.mid(start, length).toDouble() : 0.0;
+}
+
+bool IsNumeric(const QString& text)
+{
+    const QString trimmed = text.trimmed();
+    return !trimmed.isEmpty() && numberLength(trimmed, 0) == trimmed.size();
+}
+
+} // namespace velmora

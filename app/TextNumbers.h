@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+namespace velmora {
+
+// The number a text begins with: leading blanks skipped, read up to the first character
+// that can't continue a number; 0 when there is none.
+double LeadingNumber(const QString& text);
+
+// True when the whole text, blanks around it aside, reads as one number.
+bool IsNumeric(const QString& text);
+
+} // namespace velmora

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QRect>
+
+#include <cmath>
+
+namespace velmora {
+
+// Geometry of the design is in twips, 1440 to the inch; the screen has 96 logical pixels
+// to the inch. All conversions go through here.
+inline constexpr int TwipsPerInch = 1440;
+inline constexpr int ScreenDpi = 96;
+
+inline int twipsToPixels(double twips, int dpi = ScreenDpi)
+{
+    return int(std::lround(twips * dpi / TwipsPerInch));
+}
+
+inline int pixelsToTwips(int pixels, int dpi = ScreenDpi)
+{
+    return int(std::lround(double(pixels) * TwipsPerInch / dpi));
+}
+
+inline QRect twipsRect(int left, int top, int width, int height)
+{
+    return QRect(twipsToPixels(left), twipsToPixels(top), twipsToPixels(width), twipsToPixels(height));
+}
+
+} // namespace velmora

@@ -1,0 +1,408 @@
+#include "app/ui/MainWindow.h"
+
+#include "app/Prompts.h"
+#include "app/Twips.h"
+#include "app/Wedding.h"
+#include "app/WeddingState.h"
+#include "seating/ui/TableMapWindow.h"
+#include "store/Schema.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QStyle>
+#include <QTableView>
+#include <QToolBar>
+
+namespace velmora::ui {
+
+namespace {
+
+constexpr int DesignedWidth = 11790;  // client area, twips
+constexpr int DesignedHeight = 6255;
+constexpr int ToolbarHeight = 810;
+constexpr int StatusHeight = 255;
+
+struct MenuEntry {
+    const char* name;
+    const char* caption; // nullptr: a separator
+};
+
+struct MenuDef {
+    const char* name;
+    const char* caption;
+    std::vector<MenuEntry> entries;
+};
+
+const std::vector<MenuDef>& menuBarDefinition()
+{
+    static const std::vector<MenuDef> menus = {
+        {"mnuInv", "הזמנה",
+         {{"mnuAdd", "הוסף הזמנה חדשה לרשימה"}, {"mnuUpdate", "עדכן פרטי הזמנה ברשימה"}, {"mnu6", nullptr},
+          {"mnuRemove", "הסר הזמנה מרשימה"}}},
+        {"mnuView", "תצוגה",
+         {{"mnuIgnoreCnfNotOk", "הסתר מוזמנים שלא מגיעים וודאית"}, {"mnuIgnoreNotCnf", "הסתר מוזמנים שלא אישרו עדיין"},
+          {"mnu1", nullptr}, {"mnuShowTablesMap", "הצג מפת שולחנות"}}},
+        {"mnuTools", "כלים",
+         {{"mnuDial", "חייג מספר..."}, {"mnu3", nullptr}, {"mnuImportDB", "יבוא מבנה נתונים..."},
+          {"mnuExportDB", "יצוא מבנה נתונים..."}, {"mnu2", nullptr}, {"mnuPrintEnvLables", "הדפסת מדבקות..."},
+          {"mnuPrintReport", "הדפסת רשימה..."}, {"mnuPrintSittingNotes", "הדפסת פתקי הושבה..."}, {"mnu4", nullptr},
+          {"mnuSetting", "הגדרות..."}}},
+        {"mnuHelp", "עזרה", {{"mnuProgramHelp", "עזרה..."}, {"mnu5", nullptr}, {"mnuAboutProgram", "על התוכנה..."}}},
+    };
+    return menus;
+}
+
+struct ButtonDef {
+    const char* caption; // nullptr: a separator
+    const char* toolTip;
+    QStyle::StandardPixmap icon;
+};
+
+const std::array<ButtonDef, 14>& toolbarDefinition()
+{
+    static const std::array<ButtonDef, 14> buttons = {{
+        {"הוסף", "הוספת פרטי הזמנה חדשה למערכת", QStyle::SP_FileDialogNewFolder},
+        {"עדכן", "עידכון פרטי הזמנה נוכחית במערכת", QStyle::SP_FileDialogDetailedView},
+        {"הסר", "הסרת הזמנה נוכחית ממערכת", QStyle::SP_TrashIcon},
+        {nullptr, nullptr, QStyle::SP_CustomBase},
+        {"חייג", "חיוג אוטומטי למספר הטלפון", QStyle::SP_DialogYesButton},
+        {"תקציב", "ניהול תקציב הוצאות", QStyle::SP_FileDialogInfoView},
+        {"מדבקות", "הפקת מדבקות למעטפות", QStyle::SP_FileIcon},
+        {"רשימות", "הדפסת רשימת מוזמנים", QStyle::SP_FileDialogListView},
+        {"פתקים", "הפקת פתקי הושבה", QStyle::SP_FileDialogContentsView},
+        {"שולחנות", "הדפסת מפת שולחנות", QStyle::SP_DesktopIcon},
+        {nullptr, nullptr, QStyle::SP_CustomBase},
+        {"הגדרות", "הגדרות מערכת", QStyle::SP_ComputerIcon},
+        {"על התוכנה", "על התוכנה", QStyle::SP_MessageBoxInformation},
+        {"עזרה", "עזרה מכוונת", QStyle::SP_DialogHelpButton},
+    }};
+    return buttons;
+}
+
+// A control's designed place, kept as "left top width height " in twips.
+void setDesigned(QWidget* control, int left, int top, int width, int height)
+{
+    control->setProperty("tag", QStringLiteral("%1 %2 %3 %4 ").arg(left).arg(top).arg(width).arg(height));
+    control->setGeometry(twipsRect(left, top - ToolbarHeight, width, height));
+}
+
+} // namespace
+
+MainWindow::MainWindow(WeddingState& state, Prompts& prompts, QWidget* parent)
+    : QMainWindow(parent), m_state(state), m_prompts(prompts)
+{
+    setObjectName(QStringLiteral("frmVelmora"));
+    setWindowTitle(QStringLiteral("רשימת מוזמנים"));
+    setAccessibleName(windowTitle());
+    // The design's widths were made for a small sans serif; Arial is metric-compatible here.
+    setFont(QFont(QStringLiteral("Arial"), 8));
+    buildMenus();
+    buildToolbar();
+    buildControls();
+    buildStatusBar();
+    resize(twipsToPixels(DesignedWidth), twipsToPixels(DesignedHeight) + menuBar()->sizeHint().height());
+}
+
+void MainWindow::buildMenus()
+{
+    for (const MenuDef& def : menuBarDefinition()) {
+        QMenu* menu = menuBar()->addMenu(QString::fromUtf8(def.caption));
+        menu->setObjectName(QString::fromLatin1(def.name));
+        for (const MenuEntry& entry : def.entries) {
+            QAction* act = entry.caption ? menu->addAction(QString::fromUtf8(entry.caption)) : menu->addSeparator();
+            act->setObjectName(QString::fromLatin1(entry.name));
+        }
+    }
+    for (const char* name : {"mnuIgnoreCnfNotOk", "mnuIgnoreNotCnf", "mnuShowTablesMap"})
+        action(QString::fromLatin1(name))->setCheckable(true);
+
+    // The list's pop-up twins that the list's state enables and disables.
+    for (const auto& [name, caption] : {std::pair{"popAdd", "הוסף הזמנה חדשה לרשימה"},
+                                        std::pair{"popUpdate", "עדכן פרטי הזמנה ברשימה"},
+                                        std::pair{"popDelete", "הסר הזמנה מרשימה"}}) {
+        auto* act = new QAction(QString::fromUtf8(caption), this);
+        act->setObjectName(QString::fromLatin1(name));
+    }
+}
+
+void MainWindow::buildToolbar()
+{
+    m_toolbar = addToolBar(QStringLiteral("Toolbar1"));
+    m_toolbar->setObjectName(QStringLiteral("Toolbar1"));
+    m_toolbar->setAccessibleName(QStringLiteral("סרגל כלים"));
+    m_toolbar->setMovable(false);
+    m_toolbar->setFloatable(false);
+    m_toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    m_toolbar->setFixedHeight(twipsToPixels(ToolbarHeight));
+    m_toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    const auto& buttons = toolbarDefinition();
+    for (size_t i = 0; i < buttons.size(); ++i) {
+        const ButtonDef& def = buttons[i];
+        QAction* act = def.caption ? m_toolbar->addAction(style()->standardIcon(def.icon), QString::fromUtf8(def.caption))
+                                   : m_toolbar->addSeparator();
+        act->setObjectName(QStringLiteral("Toolbar1_%1").arg(i + 1));
+        if (def.toolTip)
+            act->setToolTip(QString::fromUtf8(def.toolTip));
+        m_buttons[i] = act;
+    }
+    m_buttons[9]->setCheckable(true);
+    connect(m_toolbar, &QToolBar::actionTriggered, this, [this](QAction*) {
+        // Button 10 follows the menu's tick whatever was pressed.
+        m_buttons[9]->setChecked(action(QStringLiteral("mnuShowTablesMap"))->isChecked());
+    });
+}
+
+void MainWindow::buildControls()
+{
+    m_client = new QWidget(this);
+    m_client->setObjectName(QStringLiteral("client"));
+    m_client->setAutoFillBackground(true);
+    QPalette palette = m_client->palette();
+    palette.setColor(QPalette::Window, QColor(128, 128, 128)); // an inactive title bar's grey
+    palette.setColor(QPalette::WindowText, Qt::white);
+    m_client->setPalette(palette);
+    setCentralWidget(m_client);
+
+    m_lblWeddingCount = new QLabel(m_client);
+    m_lblWeddingCount->setObjectName(QStringLiteral("lblWeddingCount"));
+    QFont countFont(QStringLiteral("Arial"));
+    countFont.setPointSizeF(9.75);
+    countFont.setBold(true);
+    m_lblWeddingCount->setFont(countFont);
+    m_lblWeddingCount->setStyleSheet(QStringLiteral("color: rgb(255, 224, 192);"));
+    setDesigned(m_lblWeddingCount, 240, 840, 3615, 255);
+
+    m_lblSelUserGroups = new QLabel(QStringLiteral(":קבוצת מוזמנים להצגה"), m_client);
+    m_lblSelUserGroups->setObjectName(QStringLiteral("LblSelUserGroups"));
+    setDesigned(m_lblSelUserGroups, 9720, 840, 1935, 255);
+
+    m_lblList = new QLabel(m_client);
+    m_lblList->setObjectName(QStringLiteral("lblList"));
+    QFont listFont(QStringLiteral("MS Sans Serif"), 12, QFont::Bold);
+    m_lblList->setFont(listFont);
+    m_lblList->setAlignment(Qt::AlignCenter);
+    setDesigned(m_lblList, 240, 960, 11415, 375);
+
+    m_cmbUserGroups = new QComboBox(m_client);
+    m_cmbUserGroups->setObjectName(QStringLiteral("cmbUserGroups"));
+    m_cmbUserGroups->setToolTip(QStringLiteral("סיווג האורח על-פי קבוצת שייכות"));
+    m_cmbUserGroups->setAccessibleName(m_lblSelUserGroups->text());
+    setDesigned(m_cmbUserGroups, 9480, 1080, 2175, 315);
+    m_lblList->lower();
+
+    m_grid = new QTableView(m_client);
+    m_grid->setObjectName(QStringLiteral("MSFlexGrid1"));
+    m_grid->setAccessibleName(QStringLiteral("רשימת המוזמנים"));
+    m_grid->setModel(&m_model);
+    m_grid->verticalHeader()->hide();
+    m_grid->verticalHeader()->setDefaultSectionSize(twipsToPixels(255));
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_grid->setWordWrap(false);
+    m_grid->horizontalHeader()->setHighlightSections(false);
+    m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+    setDesigned(m_grid, 120, 1440, 11535, 4455);
+}
+
+void MainWindow::buildStatusBar()
+{
+    QStatusBar* bar = statusBar();
+    bar->setObjectName(QStringLiteral("stb"));
+    bar->setSizeGripEnabled(false);
+    bar->setAccessibleName(QStringLiteral("שורת מצב"));
+    auto* panels = new QWidget(bar);
+    auto* layout = new QHBoxLayout(panels);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    static const std::array<int, 7> widths = {800, 1400, 2200, 1900, 1900, 1600, 400};
+    static const std::array<const char*, 7> names = {"תאריך", "מתנות", "לא מגיעים", "ממתינים לאישור", "מגיעים",
+                                                     "מספר ההזמנות", "הגדרות"};
+    for (size_t i = 0; i < m_panels.size(); ++i) {
+        auto* label = new QLabel(panels);
+        label->setObjectName(QStringLiteral("stbPanel%1").arg(i + 1));
+        label->setAccessibleName(QString::fromUtf8(names[i]));
+        label->setFrameShape(QFrame::StyledPanel);
+        label->setFrameShadow(QFrame::Sunken);
+        label->setFixedWidth(twipsToPixels(widths[i]));
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        layout->addWidget(label);
+        m_panels[i] = label;
+    }
+    m_panels[6]->setPixmap(style()->standardIcon(QStyle::SP_ComputerIcon).pixmap(12, 12));
+    layout->addStretch(1);
+    bar->addWidget(panels, 1);
+    bar->setFixedHeight(twipsToPixels(StatusHeight) + 6);
+}
+
+QAction* MainWindow::action(const QString& name) const
+{
+    return findChild<QAction*>(name);
+}
+
+bool MainWindow::load(TableMapWindow& tableMap)
+{
+    m_tableMap = &tableMap;
+    m_state.CrLf = QStringLiteral("\r\n");
+    m_state.OptionsPending = false;
+
+    // Placement from the per-user store; the defaults are the window as built.
+    const QRect built(pos(), size());
+    auto readTwips = [&](const keys::Key& key, int pixels) {
+        return twipsToPixels(values::toNumber(m_store.read(key, QString::number(pixelsToTwips(pixels)))).value_or(
+            pixelsToTwips(pixels)));
+    };
+    const QString savedState = m_store.read(keys::Window, QStringLiteral("0"));
+    const QRect placed(readTwips(keys::MainLeft, built.x()), readTwips(keys::MainTop, built.y()),
+                       readTwips(keys::MainWidth, built.width()), readTwips(keys::MainHeight, built.height()));
+    setGeometry(placed);
+    if (savedState == u"2")
+        setWindowState(Qt::WindowMaximized);
+    for (int column = 0; column < guests::ColumnCount; ++column)
+        m_savedWidths[size_t(column)] = m_store.read(keys::ColWidth, column);
+
+    m_state.AllGuests = QStringLiteral("כל האורחים");
+    ReadWeddingOptions(m_state, m_store);
+    m_state.DialerFree = true;
+    m_state.DialPending = false;
+    if (!FileExists(m_state.databaseFile()) && !CreateNewDatabase())
+        return false;
+    quint8 mode = 1;
+    ChangeMode(mode);
+    m_panels[0]->setText(QLocale(QLocale::Hebrew, QLocale::Israel).toString(QDate::currentDate(), QLocale::ShortFormat));
+    InitEvent();
+    m_view.sortDirection.clear();
+    m_state.ListOrder.clear();
+    m_state.CurGroup = m_state.AllGuests;
+    InitList(m_state.CurGroup, m_state.ListOrder);
+    if (m_endRequested)
+        return false;
+    m_tableMap->InitTableSetting();
+    m_tableMap->ChangeTableViewMode(1);
+    m_loaded = true;
+    return true;
+}
+
+bool MainWindow::CreateNewDatabase()
+{
+    if (store::CreateNewDatabase(m_state, m_prompts))
+        return true;
+    endProgram();
+    return false;
+}
+
+void MainWindow::ChangeMode(quint8& mode)
+{
+    m_state.InvMode = mode;
+    for (const char* name : {"mnuUpdate", "mnuAdd", "mnuRemove", "popUpdate", "popAdd", "popDelete"})
+        action(QString::fromLatin1(name))->setEnabled(true);
+    m_buttons[2]->setEnabled(true);
+}
+
+void MainWindow::InitEvent()
+{
+    m_cmbUserGroups->clear();
+    m_cmbUserGroups->addItems({m_state.AllGuests, m_state.CoupleName, m_state.HisFamily, m_state.HerFamily});
+    m_cmbUserGroups->setCurrentIndex(0);
+    for (qsizetype position = 3; position < m_state.UserGroups.size(); ++position)
+        m_cmbUserGroups->addItem(m_state.UserGroups[position]);
+    m_lblWeddingCount->setText(QStringLiteral("עוד ") + DaysToWedding(m_state) + QStringLiteral(" ימים לחתונה..."));
+}
+
+int MainWindow::columnWidthTwips(int column) const
+{
+    const QString& saved = m_savedWidths[size_t(column)];
+    if (saved != keys::NoValue) {
+        if (const auto width = values::toNumber(saved))
+            return *width;
+    }
+    return guests::listColumns()[size_t(column)].defaultWidth;
+}
+
+void MainWindow::InitList(const QString& group, const QString& order)
+{
+    const guests::ListOutcome outcome = guests::InitList(m_state, m_prompts, m_model, group, order, m_view);
+    if (outcome.endProgram) {
+        endProgram();
+        return;
+    }
+    m_lblList->setText(outcome.caption);
+    for (int column = guests::ColumnCount - 1; column >= 0; --column)
+        m_grid->setColumnWidth(column, twipsToPixels(columnWidthTwips(column)));
+    for (const char* name : {"mnuUpdate", "mnuRemove", "mnuPrintEnvLables", "mnuPrintReport", "mnuPrintSittingNotes",
+                             "popUpdate", "popDelete"})
+        action(QString::fromLatin1(name))->setEnabled(outcome.hasRows);
+    for (int button : {2, 3, 7, 8, 9})
+        m_buttons[size_t(button - 1)]->setEnabled(outcome.hasRows);
+    m_buttons[4]->setEnabled(outcome.hasRows && outcome.dialEnabled);
+    for (int number = 2; number <= 6; ++number)
+        m_panels[size_t(number - 1)]->setText(outcome.panels[size_t(number - 1)]);
+    m_grid->setCurrentIndex(m_model.index(0, 2));
+    m_grid->scrollToTop();
+}
+
+void MainWindow::ResizeForm()
+{
+    if (isMinimized() || !m_client)
+        return;
+    const int dw = pixelsToTwips(m_client->width()) - DesignedWidth;
+    const int dh = pixelsToTwips(m_client->height()) - (DesignedHeight - ToolbarHeight - StatusHeight);
+    auto designed = [](QWidget* control) {
+        std::array<int, 4> place{};
+        const QStringList parts = control->property("tag").toString().split(u' ');
+        for (size_t i = 0; i < place.size(); ++i)
+            place[i] = qsizetype(i) < parts.size() ? parts[qsizetype(i)].toInt() : 0;
+        return place;
+    };
+    const auto grid = designed(m_grid);
+    m_grid->setGeometry(twipsRect(grid[0], grid[1] - ToolbarHeight, grid[2] + dw, grid[3] + dh));
+    for (QWidget* control : {static_cast<QWidget*>(m_lblSelUserGroups), static_cast<QWidget*>(m_cmbUserGroups)}) {
+        const auto place = designed(control);
+        control->setGeometry(twipsRect(place[0] + dw, place[1] - ToolbarHeight, place[2], place[3]));
+    }
+    const auto list = designed(m_lblList);
+    m_lblList->setGeometry(twipsRect(list[0], list[1] - ToolbarHeight, list[2] + dw, list[3]));
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    ResizeForm();
+}
+
+void MainWindow::endProgram()
+{
+    m_endRequested = true;
+    close();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (m_loaded) {
+        if (isMaximized()) {
+            m_store.write(keys::Window, QStringLiteral("2"));
+        } else if (!isMinimized()) {
+            m_store.write(keys::Window, QStringLiteral("0"));
+            m_store.write(keys::MainLeft, QString::number(pixelsToTwips(x())));
+            m_store.write(keys::MainTop, QString::number(pixelsToTwips(y())));
+            m_store.write(keys::MainWidth, QString::number(pixelsToTwips(width())));
+            m_store.write(keys::MainHeight, QString::number(pixelsToTwips(height())));
+        }
+        for (int column = 0; column < guests::ColumnCount; ++column)
+            m_store.write(keys::ColWidth, column, QString::number(pixelsToTwips(m_grid->columnWidth(column))));
+    }
+    if (m_tableMap) {
+        m_tableMap->ProgramClosing = true;
+        m_tableMap->close();
+    }
+    event->accept();
+    QApplication::quit();
+}
+
+} // namespace velmora::ui

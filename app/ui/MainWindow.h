@@ -1,0 +1,91 @@
+#pragma once
+
+#include "app/Settings.h"
+#include "guests/GuestList.h"
+#include "guests/GuestListModel.h"
+
+#include <QMainWindow>
+
+#include <array>
+
+class QAction;
+class QComboBox;
+class QLabel;
+class QMenu;
+class QTableView;
+class QToolBar;
+class QTimer;
+
+namespace velmora {
+class Prompts;
+struct WeddingState;
+}
+
+namespace velmora::ui {
+
+class TableMapWindow;
+
+// The main window: the guest list and the frame around it. It dispatches; the work is
+// done by the operations of the other folders.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MainWindow(WeddingState& state, Prompts& prompts, QWidget* parent = nullptr);
+
+    // Reads the settings, makes the database when there is none and fills the list.
+    // False when the program must end.
+    bool load(TableMapWindow& tableMap);
+    bool endRequested() const { return m_endRequested; }
+
+    void ChangeMode(quint8& mode);
+    void InitEvent();
+    void InitList(const QString& group, const QString& order);
+    void ResizeForm();
+    bool CreateNewDatabase();
+
+    // Commands and controls, by their design names.
+    QAction* action(const QString& name) const;
+    QTableView* grid() const { return m_grid; }
+    guests::GuestListModel& listModel() { return m_model; }
+    QLabel* panel(int number) const { return m_panels[size_t(number - 1)]; }
+    QLabel* lblList() const { return m_lblList; }
+    QLabel* lblWeddingCount() const { return m_lblWeddingCount; }
+    QComboBox* cmbUserGroups() const { return m_cmbUserGroups; }
+    QAction* toolButton(int number) const { return m_buttons[size_t(number - 1)]; }
+    guests::ListView& listView() { return m_view; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void buildMenus();
+    void buildToolbar();
+    void buildStatusBar();
+    void buildControls();
+    void endProgram();
+    int columnWidthTwips(int column) const;
+
+    WeddingState& m_state;
+    Prompts& m_prompts;
+    UserStore m_store;
+    TableMapWindow* m_tableMap = nullptr;
+    guests::GuestListModel m_model;
+    guests::ListView m_view;
+    std::array<QString, 10> m_savedWidths;
+    bool m_endRequested = false;
+    bool m_loaded = false;
+
+    QWidget* m_client = nullptr;
+    QTableView* m_grid = nullptr;
+    QLabel* m_lblWeddingCount = nullptr;
+    QLabel* m_lblSelUserGroups = nullptr;
+    QLabel* m_lblList = nullptr;
+    QComboBox* m_cmbUserGroups = nullptr;
+    QToolBar* m_toolbar = nullptr;
+    std::array<QAction*, 14> m_buttons{};
+    std::array<QLabel*, 7> m_panels{};
+};
+
+} // namespace velmora::ui

@@ -1,0 +1,183 @@
+#include "guests/GuestList.h"
+
+#include "app/PendingFailure.h"
+#include "app/Prompts.h"
+#include "app/TextNumbers.h"
+#include "app/WeddingState.h"
+#include "guests/GuestListModel.h"
+#include "store/Upgrade.h"
+
+#include <cmath>
+
+namespace velmora::guests {
+
+namespace {
+
+constexpr int InvalidUseOfNull = 94;
+
+QString confirmText(const QVariant& value)
+{
+    switch (value.isNull() ? 0 : value.toInt()) {
+    case 1:
+        return QStringLiteral("מגיע");
+    case 2:
+        return QStringLiteral("לא");
+    case 3:
+        return QStringLiteral("??");
+    default:
+        return {};
+    }
+}
+
+bool isMoneyGift(const QVariant& presentType)
+{
+    return !presentType.isNull() && (presentType.toInt() == 0 || presentType.toInt() == 1);
+}
+
+// A plain column refuses Null: the cell stays empty and the failure is reported.
+QString plainText(const QVariant& value, PendingFailure& pending)
+{
+    if (value.isNull()) {
+        pending.fail(InvalidUseOfNull, QStringLiteral("שימוש לא חוקי בערך Null."));
+        return {};
+    }
+    return value.toString();
+}
+
+} // namespace
+
+bool CheckEvenNum(qint16 number)
+{
+    return number % 2 == 0;
+}
+
+int GroupNumber(const WeddingState& state, const QString& group)
+{
+    if (state.NumOfGroups == 0) {
+        if (group == state.CoupleName)
+            return 1;
+        if (group == state.HerFamily)
+            return 3;
+        if (group == state.HisFamily)
+            return 2;
+        return 0;
+    }
+    const int position = int(state.UserGroups.indexOf(group));
+    return position >= 0 && position < state.NumOfGroups ? position + 1 : 0;
+}
+
+QString ListSql(const WeddingState& state, const QString& group, const QString& order, const ListView& view)
+{
+    QString sql = QStringLiteral("select * from VELMORA_LIST");
+    const QString orderClause = order.isEmpty() ? QString() : QStringLiteral(" order by ") + order + u' ' + view.sortDirection;
+    if (view.hideNotComing && view.hideNotConfirmed)
+        sql += QStringLiteral(" where (CONFIRM = 1)");
+    else if (view.hideNotComing)
+        sql += QStringLiteral(" where (CONFIRM <> 2)");
+    else if (view.hideNotConfirmed)
+        sql += QStringLiteral(" where (CONFIRM between 1 and 2)");
+
+    if (group == state.AllGuests) {
+        sql += orderClause;
+    } else {
+        const QString number = QString::number(GroupNumber(state, group));
+        if (!sql.contains(QStringLiteral("where")))
+            sql += QStringLiteral(" where LIST_GROUP = '") + number + u'\'' + orderClause;
+        else
+            sql += QStringLiteral(" and (LIST_GROUP = '") + number + QStringLiteral("')") + orderClause;
+    }
+    return sql;
+}
+
+ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& model, const QString& group,
+                     const QString& order, const ListView& view)
+{
+    ListOutcome outcome;
+    PendingFailure pending;
+    outcome.caption = QStringLiteral("רשימה של ") + state.CurGroup;
+    model.setRows({});
+
+    pending.attempt([&] { state.WeddingDb = store::Database::open(state.databaseFile()); });
+    if (!store::UpdateDatabase(state, prompts)) {
+        outcome.endProgram = true;
+        return outcome;
+    }
+    state.SqlText = ListSql(state, group, order, view);
+    pending.attempt([&] { state.WeddingRs = state.WeddingDb.openRecordset(state.SqlText); });
+
+    state.InvCount = 0;
+    state.GuestsConfirmed = 0;
+    state.GuestsNotComing = 0;
+    state.GuestsUnknown = 0;
+    state.PresentTotal = 0;
+
+    store::Recordset& rs = state.WeddingRs;
+    std::vector<GuestRow> rows;
+    pending.attempt([&] {
+        if (!rs.isOpen() || rs.eof())
+            return;
+        outcome.hasRows = true;
+        // Running totals of the rows shown.
+        for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
+            ++state.InvCount;
+            const QVariant confirm = rs.value(QStringLiteral("CONFIRM"));
+            const int people = rs.value(QStringLiteral("INV_NUM")).toInt();
+            switch (confirm.isNull() ? 0 : confirm.toInt()) {
+            case 1:
+                state.GuestsConfirmed = qint16(state.GuestsConfirmed + people);
+                break;
+            case 2:
+                state.GuestsNotComing = qint16(state.GuestsNotComing + people);
+                break;
+            case 0:
+            case 3:
+                state.GuestsUnknown = qint16(state.GuestsUnknown + people);
+                break;
+            default:
+                break;
+            }
+            const QVariant present = rs.value(QStringLiteral("PRESENT"));
+            if (isMoneyGift(rs.value(QStringLiteral("PRESENT_TYPE"))) && !present.isNull())
+                state.PresentTotal = qint32(std::nearbyint(double(state.PresentTotal) + LeadingNumber(present.toString())));
+        }
+        rows.reserve(size_t(state.InvCount));
+        rs.moveFirst();
+        for (; !rs.eof(); rs.moveNext()) {
+            GuestRow row;
+            auto& cells = row.cells;
+            cells[0] = plainText(rs.value(QStringLiteral("FAMILY_NAME")), pending);
+            cells[1] = plainText(rs.value(QStringLiteral("FIRST_NAME")), pending);
+            cells[2] = plainText(rs.value(QStringLiteral("PHONES")), pending);
+            cells[3] = plainText(rs.value(QStringLiteral("INV_NUM")), pending);
+            cells[4] = plainText(rs.value(QStringLiteral("REMARK")), pending);
+            const QVariant confirm = rs.value(QStringLiteral("CONFIRM"));
+            cells[5] = confirmText(confirm);
+            cells[6] = rs.value(QStringLiteral("TABLE_NO")).toString();
+            cells[7] = rs.value(QStringLiteral("INV_STATUS")).toBool() ? QStringLiteral("נשלחה") : QString();
+            cells[8] = rs.value(QStringLiteral("ADDRESS")).toString();
+            const QVariant present = rs.value(QStringLiteral("PRESENT"));
+            if (!present.isNull())
+                cells[9] = (isMoneyGift(rs.value(QStringLiteral("PRESENT_TYPE"))) ? QStringLiteral("₪") : QString())
+                    + present.toString();
+            row.notComing = !confirm.isNull() && confirm.toInt() == 2;
+            rows.push_back(std::move(row));
+        }
+    });
+    const int filled = int(rows.size());
+    model.setRows(std::move(rows));
+    if (outcome.hasRows)
+        outcome.dialEnabled = !model.cellText(1, 2).trimmed().isEmpty();
+    if (rs.isOpen() && rs.recordCount() != filled)
+        prompts.message(QStringLiteral("שגיאה בהצגת הטבלה"));
+    pending.attempt([&] { state.WeddingDb.close(); });
+
+    outcome.panels[1] = QStringLiteral("מתנות ₪") + QString::number(state.PresentTotal);
+    outcome.panels[2] = QStringLiteral("אישרו שלא מגיעים  ") + QString::number(state.GuestsNotComing);
+    outcome.panels[3] = QStringLiteral("ממתינים לאישור  ") + QString::number(state.GuestsUnknown);
+    outcome.panels[4] = QStringLiteral("אישרו שמגיעים  ") + QString::number(state.GuestsConfirmed);
+    outcome.panels[5] = QStringLiteral("מס' ההזמנות  ") + QString::number(state.InvCount);
+    pending.report(prompts);
+    return outcome;
+}
+
+} // namespace velmora::guests
