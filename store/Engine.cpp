@@ -688,10 +688,12 @@ QVariant Recordset::value(const QString& field) const
 
 QVariant Recordset::value(int index) const
 {
-    fieldDef(index);
+    if (index < 0 || index >= fieldCount())
+        fieldDef(index); // fails
     if (m_editMode != EditMode::None)
         return m_buffer[size_t(index)];
-    checkCurrent();
+    if (m_closed || m_onDeleted || eof() || !m_connection->isOpen())
+        checkCurrent(); // fails
     return m_cells[size_t(m_position) * m_fields.size() + size_t(index)];
 }
 

@@ -1,0 +1,66 @@
+// The guest list's load at 1,000 and 10,000 invitations beside the bare read of the same
+// rows, and the program's start to the main window shown with 1,000 invitations.
+#include "BenchSupport.h"
+
+#include "app/Prompts.h"
+#include "app/Wedding.h"
+#include "app/WeddingState.h"
+#include "app/ui/MainWindow.h"
+#include "app/ui/QtPrompts.h"
+#include "app/ui/Startup.h"
+#include "guests/GuestList.h"
+#include "guests/GuestListModel.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+using namespace velmora;
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    QApplication app(argc, argv);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    ui::QtPrompts prompts;
+    bool slow = false;
+
+    std::printf("InitList, median of 15 rounds\n");
+    for (int rows : {1000, 10000}) {
+        QTemporaryDir dir;
+        WeddingState state;
+        state.AppPath = AppPathFor(dir.path());
+        state.AllGuests = state.CurGroup = QStringLiteral("כל האורחים");
+        bench::makeWedding(state.databaseFile(), rows);
+        guests::GuestListModel model;
+        const double bare = bench::medianMs(15, [&] { bench::bareRead(state.databaseFile()); });
+        const double list = bench::medianMs(15, [&] {
+            guests::InitList(state, prompts, model, state.CurGroup, QString(), guests::ListView{});
+        });
+        std::printf("  %5d invitations: bare read %7.2f ms, InitList %7.2f ms, ratio %5.2f  (aim: <= 3, <= 30 ms at 10,000)\n",
+                    rows, bare, list, list / bare);
+        slow = slow || model.rowCount() != rows;
+    }
+
+    QTemporaryDir dir;
+    WeddingState seed;
+    seed.AppPath = AppPathFor(dir.path());
+    seed.CoupleName = QStringLiteral("נועה ואיתי");
+    seed.HisFamily = QStringLiteral("משפחת כהן");
+    seed.HerFamily = QStringLiteral("משפחת לוי");
+    SaveOptions(seed);
+    bench::makeWedding(seed.databaseFile(), 1000);
+    const double start = bench::medianMs(7, [&] {
+        WeddingState state;
+        auto windows = ui::Main(state, prompts, dir.path());
+        QApplication::processEvents();
+        windows->main->close();
+    });
+    std::printf("start to main window shown, 1,000 invitations: %7.2f ms  (aim: <= 400 ms)\n", start);
+    return slow ? 1 : 0;
+}

@@ -1,0 +1,55 @@
+#include "TestWedding.h"
+
+#include "app/PendingFailure.h"
+#include "app/Wedding.h"
+#include "store/Schema.h"
+
+#include <QTest>
+
+namespace velmora::test {
+
+TestWedding::TestWedding()
+{
+    state.AppPath = AppPathFor(m_dir.path());
+    state.CrLf = QStringLiteral("\r\n");
+    state.AllGuests = QStringLiteral("כל האורחים");
+    state.CurGroup = state.AllGuests;
+    state.CoupleName = QStringLiteral("נועה ואיתי");
+    state.HisFamily = QStringLiteral("משפחת כהן");
+    state.HerFamily = QStringLiteral("משפחת לוי");
+}
+
+void TestWedding::createDatabase()
+{
+    PendingFailure pending;
+    store::Database db = store::Database::create(state.databaseFile());
+    store::appendTable(db, store::ListTable, store::listFields(), pending);
+    store::appendTable(db, store::BudgetTable, store::budgetFields(), pending);
+    if (pending)
+        QTest::qFail(qPrintable(pending.failure().text()), __FILE__, __LINE__);
+}
+
+void TestWedding::addInvitation(const QVariantMap& fields)
+{
+    store::Database db = open();
+    store::Recordset rs = db.openRecordset(QStringLiteral("select * from VELMORA_LIST"));
+    rs.addNew();
+    rs.setValue(QStringLiteral("FIRST_NAME"), QStringLiteral("x"));
+    rs.setValue(QStringLiteral("FAMILY_NAME"), QStringLiteral("x"));
+    rs.setValue(QStringLiteral("CONFIRM"), 0);
+    for (auto it = fields.begin(); it != fields.end(); ++it)
+        rs.setValue(it.key(), it.value());
+    rs.update();
+}
+
+store::Database TestWedding::open() const
+{
+    return store::Database::open(state.databaseFile());
+}
+
+int TestWedding::count(const QString& sql) const
+{
+    return open().openRecordset(sql).recordCount();
+}
+
+} // namespace velmora::test

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/WeddingState.h"
+#include "store/Engine.h"
+
+#include <QTemporaryDir>
+#include <QVariantMap>
+
+namespace velmora::test {
+
+// A wedding folder of its own for one test: settings file, database and state.
+class TestWedding {
+public:
+    TestWedding();
+
+    WeddingState state;
+    QString folder() const { return m_dir.path(); }
+
+    // Velmora.mdb with both tables, as a new wedding has it.
+    void createDatabase();
+    // One invitation; fields not given stay Null (CONFIRM defaults to 0, names to "x").
+    void addInvitation(const QVariantMap& fields);
+    store::Database open() const;
+    int count(const QString& sql) const;
+
+private:
+    QTemporaryDir m_dir;
+};
+
+} // namespace velmora::test
