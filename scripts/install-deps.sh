@@ -7,7 +7,7 @@ packages=(
   qt6-base-dev qt6-serialport-dev qt6-translations-l10n
   libsqlite3-dev sqlite3
   libxkbcommon-dev
-  fonts-liberation2 fonts-dejavu-core
+  fonts-liberation2 fonts-dejavu-core adwaita-icon-theme
   xvfb xauth poppler-utils
 )
 

@@ -4,6 +4,7 @@
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
+#include "guests/ui/OptionsWindow.h"
 #include "seating/ui/TableMapWindow.h"
 #include "store/Schema.h"
 
@@ -19,12 +20,16 @@
 #include <QStyle>
 #include <QTableView>
 #include <QToolBar>
+#include <QTimer>
+#include <QPainter>
+
+#include <cmath>
 
 namespace velmora::ui {
 
 namespace {
 
-constexpr int DesignedWidth = 11790;  // client area, twips
+constexpr int DesignedWidth = 11790; // client area, twips
 constexpr int DesignedHeight = 6255;
 constexpr int ToolbarHeight = 810;
 constexpr int StatusHeight = 255;
@@ -62,28 +67,56 @@ const std::vector<MenuDef>& menuBarDefinition()
 struct ButtonDef {
     const char* caption; // nullptr: a separator
     const char* toolTip;
-    QStyle::StandardPixmap icon;
+    const char* icon;    // a name of the desktop's icon theme
+    QStyle::StandardPixmap fallback;
 };
 
 const std::array<ButtonDef, 14>& toolbarDefinition()
 {
     static const std::array<ButtonDef, 14> buttons = {{
-        {"הוסף", "הוספת פרטי הזמנה חדשה למערכת", QStyle::SP_FileDialogNewFolder},
-        {"עדכן", "עידכון פרטי הזמנה נוכחית במערכת", QStyle::SP_FileDialogDetailedView},
-        {"הסר", "הסרת הזמנה נוכחית ממערכת", QStyle::SP_TrashIcon},
-        {nullptr, nullptr, QStyle::SP_CustomBase},
-        {"חייג", "חיוג אוטומטי למספר הטלפון", QStyle::SP_DialogYesButton},
-        {"תקציב", "ניהול תקציב הוצאות", QStyle::SP_FileDialogInfoView},
-        {"מדבקות", "הפקת מדבקות למעטפות", QStyle::SP_FileIcon},
-        {"רשימות", "הדפסת רשימת מוזמנים", QStyle::SP_FileDialogListView},
-        {"פתקים", "הפקת פתקי הושבה", QStyle::SP_FileDialogContentsView},
-        {"שולחנות", "הדפסת מפת שולחנות", QStyle::SP_DesktopIcon},
-        {nullptr, nullptr, QStyle::SP_CustomBase},
-        {"הגדרות", "הגדרות מערכת", QStyle::SP_ComputerIcon},
-        {"על התוכנה", "על התוכנה", QStyle::SP_MessageBoxInformation},
-        {"עזרה", "עזרה מכוונת", QStyle::SP_DialogHelpButton},
+        {"הוסף", "הוספת פרטי הזמנה חדשה למערכת", "contact-new", QStyle::SP_FileDialogNewFolder},
+        {"עדכן", "עידכון פרטי הזמנה נוכחית במערכת", "document-properties", QStyle::SP_FileDialogDetailedView},
+        {"הסר", "הסרת הזמנה נוכחית ממערכת", "edit-delete", QStyle::SP_TrashIcon},
+        {nullptr, nullptr, nullptr, QStyle::SP_CustomBase},
+        {"חייג", "חיוג אוטומטי למספר הטלפון", "call-start", QStyle::SP_DialogYesButton},
+        {"תקציב", "ניהול תקציב הוצאות", "accessories-calculator", QStyle::SP_FileDialogInfoView},
+        {"מדבקות", "הפקת מדבקות למעטפות", "mail-message-new", QStyle::SP_FileIcon},
+        {"רשימות", "הדפסת רשימת מוזמנים", "document-print", QStyle::SP_FileDialogListView},
+        {"פתקים", "הפקת פתקי הושבה", "document-print-preview", QStyle::SP_FileDialogContentsView},
+        {"שולחנות", "הדפסת מפת שולחנות", nullptr, QStyle::SP_DesktopIcon},
+        {nullptr, nullptr, nullptr, QStyle::SP_CustomBase},
+        {"הגדרות", "הגדרות מערכת", "preferences-system", QStyle::SP_ComputerIcon},
+        {"על התוכנה", "על התוכנה", "help-about", QStyle::SP_MessageBoxInformation},
+        {"עזרה", "עזרה מכוונת", "help-browser", QStyle::SP_DialogHelpButton},
     }};
     return buttons;
+}
+
+// Button 10: a round table with its chairs, in the map's colours.
+QIcon tableIcon()
+{
+    QPixmap pixmap(48, 48);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0x80, 0x00, 0x00));
+    for (int i = 0; i < 8; ++i) {
+        const double angle = i * M_PI / 4;
+        painter.drawEllipse(QPointF(24 + 19 * std::cos(angle), 24 + 19 * std::sin(angle)), 4, 4);
+    }
+    painter.setBrush(QColor(0xFF, 0xFB, 0xF0));
+    painter.setPen(QPen(QColor(0x80, 0x00, 0x00), 3));
+    painter.drawEllipse(QPointF(24, 24), 12, 12);
+    return QIcon(pixmap);
+}
+
+QIcon buttonIcon(const ButtonDef& def, const QStyle* style)
+{
+    if (!def.icon)
+        return tableIcon();
+    const QIcon themed = QIcon::fromTheme(QString::fromLatin1(def.icon));
+    return themed.isNull() ? style->standardIcon(def.fallback) : themed;
 }
 
 // A control's designed place, kept as "left top width height " in twips.
@@ -108,6 +141,101 @@ MainWindow::MainWindow(WeddingState& state, Prompts& prompts, QWidget* parent)
     buildControls();
     buildStatusBar();
     resize(twipsToPixels(DesignedWidth), twipsToPixels(DesignedHeight) + menuBar()->sizeHint().height());
+    wireCommands();
+
+    m_tmrDelay = new QTimer(this);
+    m_tmrDelay->setObjectName(QStringLiteral("tmrDelay"));
+    m_tmrDelay->setInterval(300);
+    connect(m_tmrDelay, &QTimer::timeout, this, &MainWindow::onDelayTick);
+}
+
+void MainWindow::wireCommands()
+{
+    auto on = [this](const char* name, auto&& handler) {
+        connect(action(QString::fromLatin1(name)), &QAction::triggered, this, handler);
+    };
+    on("mnuSetting", [this] { openOptions(); });
+    on("mnuShowTablesMap", [this] {
+        // The tick is the map's state: ShowHideTablesMap sets it.
+        QAction* tick = action(QStringLiteral("mnuShowTablesMap"));
+        tick->setChecked(!tick->isChecked());
+        ShowHideTablesMap();
+    });
+    on("mnuIgnoreCnfNotOk", [this] {
+        m_view.hideNotComing = action(QStringLiteral("mnuIgnoreCnfNotOk"))->isChecked();
+        InitList(m_state.CurGroup, m_state.ListOrder);
+    });
+    on("mnuIgnoreNotCnf", [this] {
+        m_view.hideNotConfirmed = action(QStringLiteral("mnuIgnoreNotCnf"))->isChecked();
+        InitList(m_state.CurGroup, m_state.ListOrder);
+    });
+    connect(m_toolbar, &QToolBar::actionTriggered, this, &MainWindow::onToolbar);
+    connect(m_cmbUserGroups, &QComboBox::activated, this, [this](int index) {
+        const QString group = m_cmbUserGroups->itemText(index);
+        if (group == m_state.CurGroup)
+            return;
+        m_state.CurGroup = group;
+        InitList(m_state.CurGroup, m_state.ListOrder);
+    });
+    for (QLabel* panel : m_panels)
+        panel->installEventFilter(this);
+}
+
+void MainWindow::onToolbar(QAction* button)
+{
+    // Button 10 follows the menu's tick whatever was pressed, then the press is dispatched.
+    m_buttons[9]->setChecked(action(QStringLiteral("mnuShowTablesMap"))->isChecked());
+    m_toolbar->update();
+    const auto index = std::find(m_buttons.begin(), m_buttons.end(), button) - m_buttons.begin() + 1;
+    switch (index) {
+    case 10:
+        ShowHideTablesMap();
+        break;
+    case 12:
+        openOptions();
+        break;
+    default:
+        break; // commands of parts still to come
+    }
+}
+
+void MainWindow::ShowHideTablesMap()
+{
+    if (!m_tableMap)
+        return;
+    const bool show = !m_tableMap->isVisible();
+    if (show)
+        m_tableMap->show();
+    else
+        m_tableMap->close();
+    action(QStringLiteral("mnuShowTablesMap"))->setChecked(m_tableMap->isVisible());
+    m_buttons[9]->setChecked(m_tableMap->isVisible());
+}
+
+void MainWindow::openOptions()
+{
+    OptionsWindow options(m_state, this);
+    options.exec();
+}
+
+void MainWindow::onDelayTick()
+{
+    if (!m_state.OptionsPending)
+        return;
+    m_state.OptionsPending = false;
+    openOptions();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::MouseButtonDblClick) {
+        auto* panel = qobject_cast<QLabel*>(watched);
+        if (panel && std::find(m_panels.begin(), m_panels.end(), panel) != m_panels.end() && panel->text().isEmpty()) {
+            openOptions();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::buildMenus()
@@ -141,11 +269,12 @@ void MainWindow::buildToolbar()
     m_toolbar->setFloatable(false);
     m_toolbar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     m_toolbar->setFixedHeight(twipsToPixels(ToolbarHeight));
+    m_toolbar->setIconSize(QSize(24, 24));
     m_toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
     const auto& buttons = toolbarDefinition();
     for (size_t i = 0; i < buttons.size(); ++i) {
         const ButtonDef& def = buttons[i];
-        QAction* act = def.caption ? m_toolbar->addAction(style()->standardIcon(def.icon), QString::fromUtf8(def.caption))
+        QAction* act = def.caption ? m_toolbar->addAction(buttonIcon(def, style()), QString::fromUtf8(def.caption))
                                    : m_toolbar->addSeparator();
         act->setObjectName(QStringLiteral("Toolbar1_%1").arg(i + 1));
         if (def.toolTip)
@@ -153,10 +282,6 @@ void MainWindow::buildToolbar()
         m_buttons[i] = act;
     }
     m_buttons[9]->setCheckable(true);
-    connect(m_toolbar, &QToolBar::actionTriggered, this, [this](QAction*) {
-        // Button 10 follows the menu's tick whatever was pressed.
-        m_buttons[9]->setChecked(action(QStringLiteral("mnuShowTablesMap"))->isChecked());
-    });
 }
 
 void MainWindow::buildControls()
@@ -251,6 +376,8 @@ bool MainWindow::load(TableMapWindow& tableMap)
     m_tableMap = &tableMap;
     m_state.CrLf = QStringLiteral("\r\n");
     m_state.OptionsPending = false;
+    // The size as built is the size the controls' places were designed for.
+    m_designedSize = size();
 
     // Placement from the per-user store; the defaults are the window as built.
     const QRect built(pos(), size());
@@ -273,9 +400,10 @@ bool MainWindow::load(TableMapWindow& tableMap)
     m_state.DialPending = false;
     if (!FileExists(m_state.databaseFile()) && !CreateNewDatabase())
         return false;
+    m_helpFile = m_state.AppPath + QStringLiteral("velmora.chm");
     quint8 mode = 1;
     ChangeMode(mode);
-    m_panels[0]->setText(QLocale(QLocale::Hebrew, QLocale::Israel).toString(QDate::currentDate(), QLocale::ShortFormat));
+    m_panels[0]->setText(QDate::currentDate().toString(QStringLiteral("dd/MM/yy")));
     InitEvent();
     m_view.sortDirection.clear();
     m_state.ListOrder.clear();
@@ -286,6 +414,7 @@ bool MainWindow::load(TableMapWindow& tableMap)
     m_tableMap->InitTableSetting();
     m_tableMap->ChangeTableViewMode(1);
     m_loaded = true;
+    m_tmrDelay->start();
     return true;
 }
 
@@ -349,10 +478,10 @@ void MainWindow::InitList(const QString& group, const QString& order)
 
 void MainWindow::ResizeForm()
 {
-    if (isMinimized() || !m_client)
+    if (isMinimized() || !m_designedSize.isValid())
         return;
-    const int dw = pixelsToTwips(m_client->width()) - DesignedWidth;
-    const int dh = pixelsToTwips(m_client->height()) - (DesignedHeight - ToolbarHeight - StatusHeight);
+    const int dw = pixelsToTwips(width() - m_designedSize.width());
+    const int dh = pixelsToTwips(height() - m_designedSize.height());
     auto designed = [](QWidget* control) {
         std::array<int, 4> place{};
         const QStringList parts = control->property("tag").toString().split(u' ');
@@ -389,18 +518,26 @@ void MainWindow::closeEvent(QCloseEvent* event)
             m_store.write(keys::Window, QStringLiteral("2"));
         } else if (!isMinimized()) {
             m_store.write(keys::Window, QStringLiteral("0"));
-            m_store.write(keys::MainLeft, QString::number(pixelsToTwips(x())));
-            m_store.write(keys::MainTop, QString::number(pixelsToTwips(y())));
-            m_store.write(keys::MainWidth, QString::number(pixelsToTwips(width())));
-            m_store.write(keys::MainHeight, QString::number(pixelsToTwips(height())));
+            const QRect placed = geometry();
+            m_store.write(keys::MainLeft, QString::number(pixelsToTwips(placed.x())));
+            m_store.write(keys::MainTop, QString::number(pixelsToTwips(placed.y())));
+            m_store.write(keys::MainWidth, QString::number(pixelsToTwips(placed.width())));
+            m_store.write(keys::MainHeight, QString::number(pixelsToTwips(placed.height())));
         }
         for (int column = 0; column < guests::ColumnCount; ++column)
             m_store.write(keys::ColWidth, column, QString::number(pixelsToTwips(m_grid->columnWidth(column))));
     }
-    if (m_tableMap) {
+    m_tmrDelay->stop();
+    if (m_tableMap)
         m_tableMap->ProgramClosing = true;
-        m_tableMap->close();
+    // Every other window goes, the last opened first.
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (auto it = windows.rbegin(); it != windows.rend(); ++it) {
+        if (*it != this && (*it)->isVisible())
+            (*it)->close();
     }
+    if (m_tableMap)
+        m_tableMap->close();
     event->accept();
     QApplication::quit();
 }

@@ -54,16 +54,26 @@ public:
     QComboBox* cmbUserGroups() const { return m_cmbUserGroups; }
     QAction* toolButton(int number) const { return m_buttons[size_t(number - 1)]; }
     guests::ListView& listView() { return m_view; }
+    QTimer* tmrDelay() const { return m_tmrDelay; }
+    const QString& helpFile() const { return m_helpFile; }
+
+    void ShowHideTablesMap();
+    // frmOptions, modal and owned by this window.
+    void openOptions();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildMenus();
     void buildToolbar();
     void buildStatusBar();
     void buildControls();
+    void wireCommands();
+    void onToolbar(QAction* button);
+    void onDelayTick();
     void endProgram();
     int columnWidthTwips(int column) const;
 
@@ -74,6 +84,7 @@ private:
     guests::GuestListModel m_model;
     guests::ListView m_view;
     std::array<QString, 10> m_savedWidths;
+    QSize m_designedSize;
     bool m_endRequested = false;
     bool m_loaded = false;
 
@@ -84,6 +95,8 @@ private:
     QLabel* m_lblList = nullptr;
     QComboBox* m_cmbUserGroups = nullptr;
     QToolBar* m_toolbar = nullptr;
+    QTimer* m_tmrDelay = nullptr;
+    QString m_helpFile;
     std::array<QAction*, 14> m_buttons{};
     std::array<QLabel*, 7> m_panels{};
 };

@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QTranslator>
 
@@ -49,6 +50,8 @@ int runVelmora(int argc, char** argv)
     QApplication::setApplicationName(product::Title);
     QApplication::setApplicationVersion(product::version());
     QApplication::setLayoutDirection(Qt::RightToLeft);
+    if (QIcon::themeName().isEmpty() || QIcon::themeName() == u"hicolor")
+        QIcon::setThemeName(QStringLiteral("Adwaita"));
 
     // Standard buttons read in Hebrew.
     QTranslator qtHebrew;
