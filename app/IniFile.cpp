@@ -15,16 +15,18 @@ namespace {
 const QByteArray Utf8Bom("\xEF\xBB\xBF");
 const char* const CodePage = "windows-1255";
 
-struct Line {
-    QByteArray bytes; // without its line end
-    QByteArray end;   // "\r\n", "\n" or empty for a last line without one
-};
-
 struct Parsed {
     enum class Kind { Other, Section, Key };
     Kind kind = Kind::Other;
     QString name; // section or key name, trimmed
     QString value;
+    bool blank = false;
+};
+
+struct Line {
+    QByteArray bytes; // without its line end
+    QByteArray end;   // "\r\n", "\n" or empty for a last line without one
+    Parsed parsed;
 };
 
 class IniText {
@@ -57,6 +59,7 @@ public:
                 line.bytes.chop(1);
                 line.end.prepend('\r');
             }
+            line.parsed = parse(line.bytes);
             m_lines.push_back(line);
         }
         return true;
@@ -76,10 +79,11 @@ public:
         return file.commit();
     }
 
-    Parsed parse(const Line& line) const
+    Parsed parse(const QByteArray& bytes) const
     {
         Parsed parsed;
-        const QString text = decode(line.bytes).trimmed();
+        const QString text = decode(bytes).trimmed();
+        parsed.blank = text.isEmpty();
         if (text.startsWith(u'[')) {
             const qsizetype close = text.indexOf(u']');
             parsed.kind = Parsed::Kind::Section;
@@ -99,11 +103,11 @@ public:
     std::optional<std::pair<size_t, size_t>> section(const QString& name, size_t from = 0) const
     {
         for (size_t i = from; i < m_lines.size(); ++i) {
-            const Parsed header = parse(m_lines[i]);
+            const Parsed header = m_lines[i].parsed;
             if (header.kind != Parsed::Kind::Section || !sameName(header.name, name))
                 continue;
             size_t end = i + 1;
-            while (end < m_lines.size() && parse(m_lines[end]).kind != Parsed::Kind::Section)
+            while (end < m_lines.size() && m_lines[end].parsed.kind != Parsed::Kind::Section)
                 ++end;
             return std::make_pair(i, end);
         }
@@ -113,7 +117,7 @@ public:
     std::optional<size_t> keyLine(std::pair<size_t, size_t> range, const QString& key) const
     {
         for (size_t i = range.first + 1; i < range.second; ++i) {
-            const Parsed parsed = parse(m_lines[i]);
+            const Parsed parsed = m_lines[i].parsed;
             if (parsed.kind == Parsed::Kind::Key && sameName(parsed.name, key))
                 return i;
         }
@@ -128,7 +132,7 @@ public:
         const auto line = keyLine(*range, key);
         if (!line)
             return std::nullopt;
-        return parse(m_lines[*line]).value;
+        return m_lines[*line].parsed.value;
     }
 
     void setValue(const QString& sectionName, const QString& key, QString value)
@@ -144,26 +148,26 @@ public:
         const auto range = section(sectionName);
         if (range) {
             if (const auto line = keyLine(*range, key)) {
-                m_lines[*line].bytes = encode(entry);
+                m_lines[*line] = makeLine(entry, m_lines[*line].end);
                 return;
             }
             // After the last non-blank line of the section.
             size_t at = range->second;
-            while (at > range->first + 1 && decode(m_lines[at - 1].bytes).trimmed().isEmpty())
+            while (at > range->first + 1 && m_lines[at - 1].parsed.blank)
                 --at;
             terminate(at - 1);
-            m_lines.insert(m_lines.begin() + qsizetype(at), Line{encode(entry), lineEnd()});
+            m_lines.insert(m_lines.begin() + qsizetype(at), makeLine(entry, lineEnd()));
             return;
         }
         if (!fitsCodePage(sectionName) && !m_utf8)
             convertToUtf8();
         if (!m_lines.empty()) {
             terminate(m_lines.size() - 1);
-            if (!decode(m_lines.back().bytes).trimmed().isEmpty())
-                m_lines.push_back(Line{{}, lineEnd()});
+            if (!m_lines.back().parsed.blank)
+                m_lines.push_back(makeLine({}, lineEnd()));
         }
-        m_lines.push_back(Line{encode(u'[' + sectionName + u']'), lineEnd()});
-        m_lines.push_back(Line{encode(entry), lineEnd()});
+        m_lines.push_back(makeLine(u'[' + sectionName + u']', lineEnd()));
+        m_lines.push_back(makeLine(entry, lineEnd()));
     }
 
     bool removeSection(const QString& name)
@@ -177,6 +181,13 @@ public:
     }
 
 private:
+    Line makeLine(const QString& text, const QByteArray& end) const
+    {
+        Line line{encode(text), end, {}};
+        line.parsed = parse(line.bytes);
+        return line;
+    }
+
     static bool sameName(const QString& a, const QString& b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
 
     QString decode(const QByteArray& bytes) const
@@ -247,6 +258,34 @@ bool WriteIniValue(const QString& file, const QString& section, const QString& k
         return false;
     text.setValue(section, key, value);
     return text.save(file);
+}
+
+bool WriteIniValues(const QString& file, const QString& section, const QList<std::pair<QString, QString>>& entries)
+{
+    IniText text;
+    if (!text.load(file))
+        return false;
+    for (const auto& [key, value] : entries)
+        text.setValue(section, key, value);
+    return text.save(file);
+}
+
+struct IniSnapshot::Data {
+    IniText text;
+    bool loaded = false;
+};
+
+IniSnapshot::IniSnapshot(const QString& file) : m_data(std::make_shared<Data>())
+{
+    m_data->loaded = m_data->text.load(file);
+}
+
+QString IniSnapshot::value(const QString& section, const QString& key, const QString& defaultValue) const
+{
+    if (!m_data->loaded)
+        return defaultValue;
+    const auto value = m_data->text.value(section, key);
+    return value ? value->left(IniValueMaxLength) : defaultValue;
 }
 
 void ClearIniSection(const QString& file, const QString& section)

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QList>
 #include <QString>
+
+#include <memory>
+#include <utility>
 
 namespace velmora {
 
@@ -15,6 +19,20 @@ namespace velmora {
 QString ReadIniValue(const QString& file, const QString& section, const QString& key, const QString& defaultValue);
 bool WriteIniValue(const QString& file, const QString& section, const QString& key, const QString& value);
 void ClearIniSection(const QString& file, const QString& section);
+
+// Many keys of one section written in one go: one read and one replacement of the file.
+bool WriteIniValues(const QString& file, const QString& section, const QList<std::pair<QString, QString>>& entries);
+
+// The file as it stands now, read once, for an operation that reads many keys at a time.
+class IniSnapshot {
+public:
+    explicit IniSnapshot(const QString& file);
+    QString value(const QString& section, const QString& key, const QString& defaultValue) const;
+
+private:
+    struct Data;
+    std::shared_ptr<Data> m_data;
+};
 
 inline constexpr int IniValueMaxLength = 255;
 

@@ -27,3 +27,16 @@ inline QRect twipsRect(int left, int top, int width, int height)
 }
 
 } // namespace velmora
+
+namespace velmora {
+// Exact conversions for positions the user drags: no rounding either way.
+inline double twipsToPixelsF(double twips, int dpi = ScreenDpi)
+{
+    return twips * dpi / TwipsPerInch;
+}
+
+inline double pixelsToTwipsF(double pixels, int dpi = ScreenDpi)
+{
+    return pixels * TwipsPerInch / dpi;
+}
+} // namespace velmora

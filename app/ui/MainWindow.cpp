@@ -5,6 +5,7 @@
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
 #include "guests/ui/OptionsWindow.h"
+#include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
 #include "store/Schema.h"
 
@@ -21,9 +22,6 @@
 #include <QTableView>
 #include <QToolBar>
 #include <QTimer>
-#include <QPainter>
-
-#include <cmath>
 
 namespace velmora::ui {
 
@@ -92,29 +90,10 @@ const std::array<ButtonDef, 14>& toolbarDefinition()
     return buttons;
 }
 
-// Button 10: a round table with its chairs, in the map's colours.
-QIcon tableIcon()
-{
-    QPixmap pixmap(48, 48);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0x80, 0x00, 0x00));
-    for (int i = 0; i < 8; ++i) {
-        const double angle = i * M_PI / 4;
-        painter.drawEllipse(QPointF(24 + 19 * std::cos(angle), 24 + 19 * std::sin(angle)), 4, 4);
-    }
-    painter.setBrush(QColor(0xFF, 0xFB, 0xF0));
-    painter.setPen(QPen(QColor(0x80, 0x00, 0x00), 3));
-    painter.drawEllipse(QPointF(24, 24), 12, 12);
-    return QIcon(pixmap);
-}
-
 QIcon buttonIcon(const ButtonDef& def, const QStyle* style)
 {
     if (!def.icon)
-        return tableIcon();
+        return QIcon(QPixmap::fromImage(seating::roundTableIcon(48))); // button 10: the map
     const QIcon themed = QIcon::fromTheme(QString::fromLatin1(def.icon));
     return themed.isNull() ? style->standardIcon(def.fallback) : themed;
 }
@@ -163,11 +142,11 @@ void MainWindow::wireCommands()
     });
     on("mnuIgnoreCnfNotOk", [this] {
         m_view.hideNotComing = action(QStringLiteral("mnuIgnoreCnfNotOk"))->isChecked();
-        InitList(m_state.CurGroup, m_state.ListOrder);
+        refreshList();
     });
     on("mnuIgnoreNotCnf", [this] {
         m_view.hideNotConfirmed = action(QStringLiteral("mnuIgnoreNotCnf"))->isChecked();
-        InitList(m_state.CurGroup, m_state.ListOrder);
+        refreshList();
     });
     connect(m_toolbar, &QToolBar::actionTriggered, this, &MainWindow::onToolbar);
     connect(m_cmbUserGroups, &QComboBox::activated, this, [this](int index) {
@@ -175,7 +154,7 @@ void MainWindow::wireCommands()
         if (group == m_state.CurGroup)
             return;
         m_state.CurGroup = group;
-        InitList(m_state.CurGroup, m_state.ListOrder);
+        refreshList();
     });
     for (QLabel* panel : m_panels)
         panel->installEventFilter(this);
@@ -203,13 +182,31 @@ void MainWindow::ShowHideTablesMap()
 {
     if (!m_tableMap)
         return;
-    const bool show = !m_tableMap->isVisible();
-    if (show)
+    QAction* tick = action(QStringLiteral("mnuShowTablesMap"));
+    if (!tick->isChecked()) {
         m_tableMap->show();
-    else
-        m_tableMap->close();
-    action(QStringLiteral("mnuShowTablesMap"))->setChecked(m_tableMap->isVisible());
-    m_buttons[9]->setChecked(m_tableMap->isVisible());
+        tick->setChecked(true);
+        action(QStringLiteral("popShowTablesMap"))->setChecked(true);
+        m_buttons[9]->setChecked(true);
+    } else {
+        m_tableMap->close(); // asks to save the layout, then hides
+        mapHidden();
+    }
+    m_toolbar->update();
+}
+
+void MainWindow::mapHidden()
+{
+    action(QStringLiteral("mnuShowTablesMap"))->setChecked(false);
+    action(QStringLiteral("popShowTablesMap"))->setChecked(false);
+    m_buttons[9]->setChecked(false);
+}
+
+void MainWindow::refreshList()
+{
+    InitList(m_state.CurGroup, m_state.ListOrder);
+    if (m_tableMap && !m_endRequested)
+        m_tableMap->InitTableView(m_state.TableViewMode);
 }
 
 void MainWindow::openOptions()
@@ -254,10 +251,12 @@ void MainWindow::buildMenus()
     // The list's pop-up twins that the list's state enables and disables.
     for (const auto& [name, caption] : {std::pair{"popAdd", "הוסף הזמנה חדשה לרשימה"},
                                         std::pair{"popUpdate", "עדכן פרטי הזמנה ברשימה"},
-                                        std::pair{"popDelete", "הסר הזמנה מרשימה"}}) {
+                                        std::pair{"popDelete", "הסר הזמנה מרשימה"},
+                                        std::pair{"popShowTablesMap", "הצג מפת שולחנות..."}}) {
         auto* act = new QAction(QString::fromUtf8(caption), this);
         act->setObjectName(QString::fromLatin1(name));
     }
+    action(QStringLiteral("popShowTablesMap"))->setCheckable(true);
 }
 
 void MainWindow::buildToolbar()
@@ -374,6 +373,7 @@ QAction* MainWindow::action(const QString& name) const
 bool MainWindow::load(TableMapWindow& tableMap)
 {
     m_tableMap = &tableMap;
+    connect(m_tableMap, &TableMapWindow::hiddenByClose, this, &MainWindow::mapHidden);
     m_state.CrLf = QStringLiteral("\r\n");
     m_state.OptionsPending = false;
     // The size as built is the size the controls' places were designed for.

@@ -58,6 +58,8 @@ public:
     const QString& helpFile() const { return m_helpFile; }
 
     void ShowHideTablesMap();
+    // The refresh after every change of the list or of what it shows: the list, then the map.
+    void refreshList();
     // frmOptions, modal and owned by this window.
     void openOptions();
 
@@ -74,6 +76,7 @@ private:
     void wireCommands();
     void onToolbar(QAction* button);
     void onDelayTick();
+    void mapHidden();
     void endProgram();
     int columnWidthTwips(int column) const;
 

@@ -33,7 +33,7 @@ std::unique_ptr<Windows> Main(WeddingState& state, Prompts& prompts, const QStri
     windows->main = std::make_unique<MainWindow>(state, prompts);
     if (auto* qtPrompts = dynamic_cast<QtPrompts*>(&prompts))
         qtPrompts->setParentWidget(windows->main.get());
-    windows->tableMap = std::make_unique<TableMapWindow>(state, windows->main.get());
+    windows->tableMap = std::make_unique<TableMapWindow>(state, prompts, windows->main.get());
     const bool started = windows->main->load(*windows->tableMap);
 
     windows->splash->close();

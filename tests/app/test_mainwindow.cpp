@@ -64,8 +64,10 @@ private slots:
 
     void cleanup()
     {
-        if (m_windows)
+        if (m_windows && m_windows->main->isVisible()) {
+            m_windows->tableMap->SaveTablePositions(); // nothing to ask at the close
             m_windows->main->close();
+        }
         m_windows.reset();
         m_prompts.verifyDone();
     }
@@ -110,6 +112,8 @@ private slots:
         QVERIFY(!m_state.OptionsPending);
         QTest::qWait(700); // a few more ticks
         QCOMPARE(opened, 1);
+        m_prompts.expectMapSaveQuestion(); // nothing stored yet in this new folder
+        m_windows->main->close();
     }
 
     void theGridTakesTheGrowthAndTheGroupBoxKeepsRight()
@@ -148,6 +152,7 @@ private slots:
         main.setGeometry(100, 80, 900, 500);
         main.grid()->setColumnWidth(0, 120);
         main.grid()->setColumnWidth(9, 30);
+        m_prompts.expectMapSaveQuestion(PromptAnswer::Ok);
         main.close();
         UserStore store;
         QCOMPARE(store.read(keys::Window), QStringLiteral("0"));
@@ -186,14 +191,24 @@ private slots:
         QVERIFY(tick->isChecked());
         QVERIFY(main.toolButton(10)->isChecked());
 
-        // The map closed by its own close box only hides; the tick stays until the next press.
+        // The map closed by its own close box only hides, and the commands follow.
+        m_prompts.expectMapSaveQuestion();
         m_windows->tableMap->close();
         QVERIFY(!m_windows->tableMap->isVisible());
+        QVERIFY(!tick->isChecked());
+        QVERIFY(!main.action(QStringLiteral("popShowTablesMap"))->isChecked());
+        QVERIFY(!main.toolButton(10)->isChecked());
+
+        // Whatever button is pressed, button 10 is first set to the menu's tick.
+        tick->setChecked(true);
         main.toolButton(1)->trigger();
         QVERIFY(main.toolButton(10)->isChecked());
+        tick->setChecked(false);
 
         main.toolButton(10)->trigger();
         QVERIFY(m_windows->tableMap->isVisible());
+        QVERIFY(tick->isChecked());
+        m_prompts.expectMapSaveQuestion(PromptAnswer::Ok);
         main.toolButton(10)->trigger();
         QVERIFY(!m_windows->tableMap->isVisible());
         QVERIFY(!tick->isChecked());
@@ -207,8 +222,9 @@ private slots:
         QVERIFY(main.toolButton(5)->isEnabled()); // the first row has a phone
         main.action(QStringLiteral("mnuIgnoreNotCnf"))->trigger();
         main.action(QStringLiteral("mnuIgnoreCnfNotOk"))->trigger();
-        QCOMPARE(m_state.SqlText, QStringLiteral("select * from VELMORA_LIST where (CONFIRM = 1)"));
         QCOMPARE(main.grid()->model()->rowCount(), 1);
+        // The list was followed by the map's recount.
+        QCOMPARE(m_state.SqlText, QStringLiteral("select * from VELMORA_LIST where TABLE_NO > 0"));
 
         main.cmbUserGroups()->setCurrentIndex(2); // the groom's family: Ron, not confirmed
         emit main.cmbUserGroups()->activated(2);

@@ -69,6 +69,7 @@ private slots:
         for (int button : {2, 3, 5, 7, 8, 9})
             QVERIFY(!main.toolButton(button)->isEnabled());
         QVERIFY(main.toolButton(1)->isEnabled());
+        prompts.expectMapSaveQuestion(PromptAnswer::Ok); // a first run has no places stored yet
         main.close();
 
         // The second start finds everything in place and says nothing.
@@ -76,7 +77,7 @@ private slots:
         auto second = ui::Main(again, prompts, dir.path());
         QVERIFY(second);
         QVERIFY(!again.OptionsPending);
-        second->main->close();
+        second->main->close(); // the places were kept: nothing to ask
     }
 
     void aSampleWeddingFillsTheGrid()
@@ -104,6 +105,7 @@ private slots:
         QCOMPARE(main.grid()->layoutDirection(), Qt::RightToLeft);
         QCOMPARE(main.grid()->columnWidth(0), 83); // 1250 twips
         QCOMPARE(main.grid()->columnWidth(9), 53);
+        prompts.expectMapSaveQuestion();
         main.close();
     }
 
@@ -119,6 +121,7 @@ private slots:
         QCOMPARE(state.DaysLeft, 0);
         QCOMPARE(windows->main->lblWeddingCount()->text(), QStringLiteral("עוד 0 ימים לחתונה..."));
         QCOMPARE(state.WeddingDate, QDate(2020, 5, 17));
+        prompts.expectMapSaveQuestion();
         windows->main->close();
     }
 
@@ -153,6 +156,7 @@ private slots:
         QVERIFY(state.OptionsPending);
         QCOMPARE(windows->main->cmbUserGroups()->itemText(1), QStringLiteral("רות ובועז"));
         QVERIFY(!UserStore().hasSection(QStringLiteral("Options")));
+        prompts.expectMapSaveQuestion();
         windows->main->close();
     }
 };

@@ -84,6 +84,25 @@ ScriptedPrompts& ScriptedPrompts::expectQuestion(const QString& text, PromptAnsw
     return *this;
 }
 
+ScriptedPrompts& ScriptedPrompts::expectBox(PromptIcon icon, const QString& text, const QString& title,
+                                            PromptButtons buttons, PromptAnswer defaultButton, PromptAnswer answer)
+{
+    Step step;
+    step.expected = plain(PromptKind::Message, title, text);
+    step.expected.icon = icon;
+    step.expected.buttons = buttons;
+    step.expected.defaultButton = defaultButton;
+    step.answer = answer;
+    m_script.push_back(step);
+    return *this;
+}
+
+ScriptedPrompts& ScriptedPrompts::expectMapSaveQuestion(PromptAnswer answer)
+{
+    return expectBox(PromptIcon::None, QStringLiteral("?האם ברצונך לשמור מיקומי מפת השולחנות ביציאה"),
+                     QStringLiteral("אזהרת שמירה"), PromptButtons::OkCancel, PromptAnswer::Ok, answer);
+}
+
 ScriptedPrompts& ScriptedPrompts::expectInput(const QString& prompt, const QString& answer, const QString& title)
 {
     Step step;

@@ -29,6 +29,10 @@ public:
     ScriptedPrompts& expectQuestion(const QString& text, PromptAnswer answer, const QString& title = DefaultCaption,
                                     PromptButtons buttons = PromptButtons::YesNo,
                                     PromptAnswer defaultButton = PromptAnswer::Yes);
+    ScriptedPrompts& expectBox(PromptIcon icon, const QString& text, const QString& title, PromptButtons buttons,
+                               PromptAnswer defaultButton, PromptAnswer answer);
+    // The map's question whether to keep the tables' places, asked when it closes.
+    ScriptedPrompts& expectMapSaveQuestion(PromptAnswer answer = PromptAnswer::Cancel);
     ScriptedPrompts& expectInput(const QString& prompt, const QString& answer, const QString& title = DefaultCaption);
     // No path: the user cancels.
     ScriptedPrompts& expectOpenFile(const std::optional<QString>& path);
