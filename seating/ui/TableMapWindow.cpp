@@ -207,7 +207,10 @@ void TableMapView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     QGraphicsView::mouseDoubleClickEvent(event);
     for (QGraphicsItem* item : items(event->position().toPoint())) {
-        if (dynamic_cast<TableMapItem*>(item)) {
+        if (auto* table = dynamic_cast<TableMapItem*>(item)) {
+            // The click that opens every double click sets the table first.
+            emit itemPressed(table->number());
+            emit clicked();
             emit doubleClicked();
             break;
         }
