@@ -1,5 +1,5 @@
 #include "Modal.h"
-#include "ScriptedPrompts.h"
+#include "RunningProgram.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
@@ -43,15 +43,15 @@ class MainWindowTest : public QObject {
 
 private:
     std::unique_ptr<test::TestWedding> m_wedding;
-    WeddingState m_state;
-    test::ScriptedPrompts m_prompts;
-    std::unique_ptr<ui::Windows> m_windows;
+    test::RunningProgram m_program;
+    WeddingState& m_state = m_program.state;
+    test::ScriptedPrompts& m_prompts = m_program.prompts;
+    std::unique_ptr<ui::Windows>& m_windows = m_program.windows;
 
     ui::MainWindow& start()
     {
-        m_state = WeddingState();
-        m_windows = ui::Main(m_state, m_prompts, m_wedding->folder());
-        return *m_windows->main;
+        m_program.start(m_wedding->folder());
+        return m_program.main();
     }
 
 private slots:
@@ -64,11 +64,7 @@ private slots:
 
     void cleanup()
     {
-        if (m_windows && m_windows->main->isVisible()) {
-            m_windows->tableMap->SaveTablePositions(); // nothing to ask at the close
-            m_windows->main->close();
-        }
-        m_windows.reset();
+        m_program.stop();
         m_prompts.verifyDone();
     }
 

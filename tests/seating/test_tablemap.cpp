@@ -1,5 +1,5 @@
 #include "Modal.h"
-#include "ScriptedPrompts.h"
+#include "RunningProgram.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
@@ -46,25 +46,18 @@ class TableMapTest : public QObject {
 
 private:
     std::unique_ptr<test::TestWedding> m_wedding;
-    WeddingState m_state;
-    test::ScriptedPrompts m_prompts;
-    std::unique_ptr<ui::Windows> m_windows;
+    test::RunningProgram m_program;
+    WeddingState& m_state = m_program.state;
+    test::ScriptedPrompts& m_prompts = m_program.prompts;
+    std::unique_ptr<ui::Windows>& m_windows = m_program.windows;
 
     ui::TableMapWindow& start()
     {
-        m_state = WeddingState();
-        m_windows = ui::Main(m_state, m_prompts, m_wedding->folder());
-        return *m_windows->tableMap;
+        m_program.start(m_wedding->folder());
+        return m_program.map();
     }
 
-    void stop()
-    {
-        if (!m_windows)
-            return;
-        m_windows->tableMap->SaveTablePositions();
-        m_windows->main->close();
-        m_windows.reset();
-    }
+    void stop() { m_program.stop(); }
 
     QPoint onScreen(ui::TableMapWindow& map, int table)
     {

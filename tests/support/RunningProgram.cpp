@@ -1,0 +1,42 @@
+#include "RunningProgram.h"
+
+#include "app/ui/MainWindow.h"
+#include "seating/ui/TableMapWindow.h"
+
+namespace velmora::test {
+
+RunningProgram::~RunningProgram()
+{
+    stop();
+}
+
+bool RunningProgram::start(const QString& folder)
+{
+    stop();
+    state = WeddingState();
+    windows = ui::Main(state, prompts, folder);
+    return bool(windows);
+}
+
+void RunningProgram::stop()
+{
+    if (!windows)
+        return;
+    if (windows->main->isVisible()) {
+        windows->tableMap->SaveTablePositions();
+        windows->main->close();
+    }
+    windows.reset();
+}
+
+ui::MainWindow& RunningProgram::main() const
+{
+    return *windows->main;
+}
+
+ui::TableMapWindow& RunningProgram::map() const
+{
+    return *windows->tableMap;
+}
+
+} // namespace velmora::test

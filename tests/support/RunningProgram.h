@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ScriptedPrompts.h"
+
+#include "app/WeddingState.h"
+#include "app/ui/Startup.h"
+
+#include <memory>
+
+namespace velmora::ui {
+class MainWindow;
+class TableMapWindow;
+}
+
+namespace velmora::test {
+
+// The whole program started on a wedding folder, its prompts scripted.
+class RunningProgram {
+public:
+    ~RunningProgram();
+
+    WeddingState state;
+    ScriptedPrompts prompts;
+    std::unique_ptr<ui::Windows> windows;
+
+    // Starts afresh; false when the start ended the program.
+    bool start(const QString& folder);
+    // Ends the program with the map's places kept, so that it asks nothing.
+    void stop();
+
+    ui::MainWindow& main() const;
+    ui::TableMapWindow& map() const;
+};
+
+} // namespace velmora::test
