@@ -134,6 +134,14 @@ void MainWindow::wireCommands()
         connect(action(QString::fromLatin1(name)), &QAction::triggered, this, handler);
     };
     on("mnuSetting", [this] { openOptions(); });
+    on("mnuAdd", [this] { AddNewInv(); });
+    on("mnuUpdate", [this] { UpdateInv(); });
+    on("popAdd", [this] { AddNewInv(); });
+    on("popUpdate", [this] { UpdateInv(); });
+    connect(m_grid, &QTableView::clicked, this, [this](const QModelIndex& index) { m_lastColumn = index.column(); });
+    connect(m_grid, &QTableView::doubleClicked, this, [this](const QModelIndex&) { UpdateInv(); });
+    connect(m_grid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) { m_lastColumn = column; });
+    connect(m_grid->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, [this](int) { sortByColumn(m_lastColumn); });
     on("mnuShowTablesMap", [this] {
         // The tick is the map's state: ShowHideTablesMap sets it.
         QAction* tick = action(QStringLiteral("mnuShowTablesMap"));
@@ -167,6 +175,12 @@ void MainWindow::onToolbar(QAction* button)
     m_toolbar->update();
     const auto index = std::find(m_buttons.begin(), m_buttons.end(), button) - m_buttons.begin() + 1;
     switch (index) {
+    case 1:
+        AddNewInv();
+        break;
+    case 2:
+        UpdateInv();
+        break;
     case 10:
         ShowHideTablesMap();
         break;
@@ -193,6 +207,92 @@ void MainWindow::ShowHideTablesMap()
         mapHidden();
     }
     m_toolbar->update();
+}
+
+InvitationDialog& MainWindow::invitation()
+{
+    if (!m_invDialog)
+        m_invDialog = new InvitationDialog(m_state, m_prompts, *this, this);
+    return *m_invDialog;
+}
+
+void MainWindow::AddNewInv()
+{
+    // The dialog is one window: while it is up, a new request only brings it forward.
+    if (m_invDialog && m_invDialog->isVisible()) {
+        m_invDialog->raise();
+        m_invDialog->activateWindow();
+        return;
+    }
+    m_state.InvMode = 1;
+    invitation().load({});
+    m_invDialog->show();
+}
+
+void MainWindow::UpdateInv()
+{
+    if (m_invDialog && m_invDialog->isVisible()) {
+        m_invDialog->raise();
+        m_invDialog->activateWindow();
+        return;
+    }
+    // The selection runs from the current row to its other end, up or down.
+    const int current = std::max(0, m_grid->currentIndex().row());
+    int end = current;
+    const QModelIndexList rows = m_grid->selectionModel()->selectedRows();
+    for (const QModelIndex& row : rows) {
+        if (std::abs(row.row() - current) > std::abs(end - current))
+            end = row.row();
+    }
+    m_state.InvRowFrom = qint16(std::min(current, end) + 1);
+    m_state.InvRowTo = qint16(std::max(current, end) + 1);
+    m_state.InvMulti = m_state.InvRowFrom != m_state.InvRowTo;
+    QString question;
+    if (!m_state.InvMulti) {
+        m_state.CurFamilyName = m_model.cellText(m_state.InvRowFrom, 0);
+        m_state.CurFirstName = m_model.cellText(m_state.InvRowFrom, 1);
+        question = QStringLiteral("האם לעדכן את ההזמנה ל") + m_state.CurFamilyName + u' ' + m_state.CurFirstName + u'?';
+    } else {
+        question = QStringLiteral("האם לעדכן את קבוצת המוזמנים?");
+    }
+    if (m_prompts.question(question) != PromptAnswer::Yes)
+        return;
+    std::vector<std::pair<QString, QString>> pairs;
+    for (int row = m_state.InvRowFrom; row <= m_state.InvRowTo; ++row)
+        pairs.emplace_back(m_model.cellText(row, 0), m_model.cellText(row, 1));
+    m_state.InvMode = 2;
+    invitation().load(pairs);
+    m_invDialog->show();
+}
+
+void MainWindow::rememberGridPosition()
+{
+    m_state.SavedTopRow = qint16(std::max(0, m_grid->rowAt(0)) + 1);
+    m_state.SavedRow = qint16(std::max(0, m_grid->currentIndex().row()) + 1);
+}
+
+void MainWindow::restoreGridPosition()
+{
+    m_grid->setFocus();
+    const int rows = m_model.rowCount();
+    if (m_state.SavedTopRow >= 1 && m_state.SavedTopRow <= rows)
+        m_grid->scrollTo(m_model.index(m_state.SavedTopRow - 1, 0), QAbstractItemView::PositionAtTop);
+    if (m_state.SavedRow >= 1 && m_state.SavedRow <= rows) {
+        m_grid->setCurrentIndex(m_model.index(m_state.SavedRow - 1, 2));
+        m_grid->selectRow(m_state.SavedRow - 1);
+    }
+}
+
+quint8 MainWindow::seatedCount(int table) const
+{
+    return m_tableMap ? m_tableMap->SeatedCount(table) : 0;
+}
+
+void MainWindow::sortByColumn(int column)
+{
+    m_state.ListOrder = guests::listColumns()[size_t(std::clamp(column, 0, guests::ColumnCount - 1))].field;
+    m_view.sortDirection = m_view.sortDirection == u"ASC" ? QStringLiteral("DESC") : QStringLiteral("ASC");
+    InitList(m_state.CurGroup, m_state.ListOrder); // the map's counts don't depend on the order
 }
 
 void MainWindow::mapHidden()
@@ -328,6 +428,7 @@ void MainWindow::buildControls()
     m_grid->verticalHeader()->hide();
     m_grid->verticalHeader()->setDefaultSectionSize(twipsToPixels(255));
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setSelectionMode(QAbstractItemView::ContiguousSelection);
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setWordWrap(false);
     m_grid->horizontalHeader()->setHighlightSections(false);
@@ -473,6 +574,7 @@ void MainWindow::InitList(const QString& group, const QString& order)
     for (int number = 2; number <= 6; ++number)
         m_panels[size_t(number - 1)]->setText(outcome.panels[size_t(number - 1)]);
     m_grid->setCurrentIndex(m_model.index(0, 2));
+    m_grid->selectRow(0);
     m_grid->scrollToTop();
 }
 

@@ -3,6 +3,7 @@
 #include "app/Settings.h"
 #include "guests/GuestList.h"
 #include "guests/GuestListModel.h"
+#include "guests/ui/InvitationDialog.h"
 
 #include <QMainWindow>
 
@@ -27,7 +28,7 @@ class TableMapWindow;
 
 // The main window: the guest list and the frame around it. It dispatches; the work is
 // done by the operations of the other folders.
-class MainWindow : public QMainWindow {
+class MainWindow : public QMainWindow, public InvitationHost {
     Q_OBJECT
 
 public:
@@ -58,8 +59,15 @@ public:
     const QString& helpFile() const { return m_helpFile; }
 
     void ShowHideTablesMap();
+    void AddNewInv();
+    void UpdateInv();
+    InvitationDialog* invitationDialog() const { return m_invDialog; }
+
     // The refresh after every change of the list or of what it shows: the list, then the map.
-    void refreshList();
+    void refreshList() override;
+    void rememberGridPosition() override;
+    void restoreGridPosition() override;
+    quint8 seatedCount(int table) const override;
     // frmOptions, modal and owned by this window.
     void openOptions();
 
@@ -77,6 +85,8 @@ private:
     void onToolbar(QAction* button);
     void onDelayTick();
     void mapHidden();
+    void sortByColumn(int column);
+    InvitationDialog& invitation();
     void endProgram();
     int columnWidthTwips(int column) const;
 
@@ -100,6 +110,8 @@ private:
     QToolBar* m_toolbar = nullptr;
     QTimer* m_tmrDelay = nullptr;
     QString m_helpFile;
+    InvitationDialog* m_invDialog = nullptr;
+    int m_lastColumn = 0;
     std::array<QAction*, 14> m_buttons{};
     std::array<QLabel*, 7> m_panels{};
 };
