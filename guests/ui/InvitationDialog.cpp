@@ -49,6 +49,7 @@ InvitationDialog::InvitationDialog(WeddingState& state, Prompts& prompts, Invita
     setObjectName(QStringLiteral("frmInvDetails"));
     setModal(false);
     build();
+    setMinimumWidth(440);
 }
 
 void InvitationDialog::build()
