@@ -4,6 +4,7 @@
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
+#include "guests/Removal.h"
 #include "guests/ui/OptionsWindow.h"
 #include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
@@ -17,6 +18,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTableView>
@@ -141,21 +143,31 @@ void MainWindow::wireCommands()
     connect(m_grid, &QTableView::clicked, this, [this](const QModelIndex& index) { m_lastColumn = index.column(); });
     connect(m_grid, &QTableView::doubleClicked, this, [this](const QModelIndex&) { UpdateInv(); });
     connect(m_grid->horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) { m_lastColumn = column; });
-    connect(m_grid->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, [this](int) { sortByColumn(m_lastColumn); });
+    connect(m_grid->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this, [this](int column) {
+        m_lastColumn = column; // the header clicked is the column that counts
+        sortByColumn(m_lastColumn);
+    });
     on("mnuShowTablesMap", [this] {
         // The tick is the map's state: ShowHideTablesMap sets it.
         QAction* tick = action(QStringLiteral("mnuShowTablesMap"));
         tick->setChecked(!tick->isChecked());
         ShowHideTablesMap();
     });
-    on("mnuIgnoreCnfNotOk", [this] {
-        m_view.hideNotComing = action(QStringLiteral("mnuIgnoreCnfNotOk"))->isChecked();
-        refreshList();
+    on("mnuIgnoreCnfNotOk", [this] { toggleFilter(true); });
+    on("popIgnoreCnfNotOk", [this] { toggleFilter(true); });
+    on("mnuIgnoreNotCnf", [this] { toggleFilter(false); });
+    on("popIgnoreNotCnf", [this] { toggleFilter(false); });
+    on("mnuRemove", [this] { RemoveRecord(); });
+    on("popDelete", [this] { RemoveRecord(); });
+    on("popOptions", [this] { openOptions(); });
+    on("popShowTablesMap", [this] {
+        QAction* tick = action(QStringLiteral("popShowTablesMap"));
+        tick->setChecked(!tick->isChecked());
+        ShowHideTablesMap();
     });
-    on("mnuIgnoreNotCnf", [this] {
-        m_view.hideNotConfirmed = action(QStringLiteral("mnuIgnoreNotCnf"))->isChecked();
-        refreshList();
-    });
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this] { followCurrentRow(); });
+    m_grid->viewport()->installEventFilter(this);
+    m_cmbUserGroups->installEventFilter(this);
     connect(m_toolbar, &QToolBar::actionTriggered, this, &MainWindow::onToolbar);
     connect(m_cmbUserGroups, &QComboBox::activated, this, [this](int index) {
         const QString group = m_cmbUserGroups->itemText(index);
@@ -180,6 +192,9 @@ void MainWindow::onToolbar(QAction* button)
         break;
     case 2:
         UpdateInv();
+        break;
+    case 3:
+        RemoveRecord();
         break;
     case 10:
         ShowHideTablesMap();
@@ -229,6 +244,66 @@ void MainWindow::AddNewInv()
     m_invDialog->show();
 }
 
+std::pair<int, int> MainWindow::selectionEnds() const
+{
+    const int current = std::max(0, m_grid->currentIndex().row());
+    int end = current;
+    const QModelIndexList rows = m_grid->selectionModel()->selectedRows();
+    for (const QModelIndex& row : rows) {
+        if (std::abs(row.row() - current) > std::abs(end - current))
+            end = row.row();
+    }
+    return {current + 1, end + 1};
+}
+
+void MainWindow::makeCurrentRow(int row)
+{
+    // Through the selection model: the view's own selectRow() misses the columns when
+    // the grid is laid out right to left and narrower than its window.
+    m_grid->selectionModel()->setCurrentIndex(m_model.index(row, 2),
+                                              QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void MainWindow::toggleFilter(bool notComing)
+{
+    // The two entries of a pair are one setting.
+    const QString menu = notComing ? QStringLiteral("mnuIgnoreCnfNotOk") : QStringLiteral("mnuIgnoreNotCnf");
+    const QString popup = notComing ? QStringLiteral("popIgnoreCnfNotOk") : QStringLiteral("popIgnoreNotCnf");
+    bool& filter = notComing ? m_view.hideNotComing : m_view.hideNotConfirmed;
+    filter = !filter;
+    action(menu)->setChecked(filter);
+    action(popup)->setChecked(filter);
+    refreshList();
+}
+
+void MainWindow::followCurrentRow()
+{
+    const int row = m_grid->currentIndex().row();
+    if (row < 0)
+        return;
+    m_buttons[4]->setEnabled(m_model.hasInvitations() && !m_model.cellText(row + 1, 2).trimmed().isEmpty());
+}
+
+void MainWindow::RemoveRecord()
+{
+    const auto [current, end] = selectionEnds();
+    if (current != end) {
+        m_prompts.message(QStringLiteral("לא ניתן למחוק קבוצה של מוזמנים, בחר הזמנה אחת בלבד למחיקה."));
+        return;
+    }
+    m_state.CurFamilyName = m_model.cellText(current, 0);
+    m_state.CurFirstName = m_model.cellText(current, 1);
+    if (m_prompts.question(QStringLiteral("האם למחוק את ההזמנה ל") + m_state.CurFamilyName + u' ' + m_state.CurFirstName
+                           + u'?')
+        != PromptAnswer::Yes)
+        return;
+    rememberGridPosition();
+    if (!guests::RemoveInvitation(m_state, m_prompts, m_state.CurFamilyName, m_state.CurFirstName))
+        return;
+    refreshList();
+    restoreGridPosition();
+}
+
 void MainWindow::UpdateInv()
 {
     if (m_invDialog && m_invDialog->isVisible()) {
@@ -237,15 +312,9 @@ void MainWindow::UpdateInv()
         return;
     }
     // The selection runs from the current row to its other end, up or down.
-    const int current = std::max(0, m_grid->currentIndex().row());
-    int end = current;
-    const QModelIndexList rows = m_grid->selectionModel()->selectedRows();
-    for (const QModelIndex& row : rows) {
-        if (std::abs(row.row() - current) > std::abs(end - current))
-            end = row.row();
-    }
-    m_state.InvRowFrom = qint16(std::min(current, end) + 1);
-    m_state.InvRowTo = qint16(std::max(current, end) + 1);
+    const auto [current, end] = selectionEnds();
+    m_state.InvRowFrom = qint16(std::min(current, end));
+    m_state.InvRowTo = qint16(std::max(current, end));
     m_state.InvMulti = m_state.InvRowFrom != m_state.InvRowTo;
     QString question;
     if (!m_state.InvMulti) {
@@ -277,10 +346,8 @@ void MainWindow::restoreGridPosition()
     const int rows = m_model.rowCount();
     if (m_state.SavedTopRow >= 1 && m_state.SavedTopRow <= rows)
         m_grid->scrollTo(m_model.index(m_state.SavedTopRow - 1, 0), QAbstractItemView::PositionAtTop);
-    if (m_state.SavedRow >= 1 && m_state.SavedRow <= rows) {
-        m_grid->setCurrentIndex(m_model.index(m_state.SavedRow - 1, 2));
-        m_grid->selectRow(m_state.SavedRow - 1);
-    }
+    if (m_state.SavedRow >= 1 && m_state.SavedRow <= rows)
+        makeCurrentRow(m_state.SavedRow - 1);
 }
 
 quint8 MainWindow::seatedCount(int table) const
@@ -325,6 +392,22 @@ void MainWindow::onDelayTick()
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    // The group is chosen from the list only: keys are dropped, silently.
+    if (watched == m_cmbUserGroups && (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride))
+        return true;
+    // The right button leaves the selection as it was and opens the pop-up menu.
+    if (watched == m_grid->viewport()) {
+        const auto type = event->type();
+        if ((type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick)
+            && static_cast<QMouseEvent*>(event)->button() == Qt::RightButton)
+            return true;
+        if (type == QEvent::MouseButtonRelease && static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
+            m_popup->popup(static_cast<QMouseEvent*>(event)->globalPosition().toPoint());
+            return true;
+        }
+        if (type == QEvent::ContextMenu)
+            return true;
+    }
     if (event->type() == QEvent::MouseButtonDblClick) {
         auto* panel = qobject_cast<QLabel*>(watched);
         if (panel && std::find(m_panels.begin(), m_panels.end(), panel) != m_panels.end() && panel->text().isEmpty()) {
@@ -357,6 +440,24 @@ void MainWindow::buildMenus()
         act->setObjectName(QString::fromLatin1(name));
     }
     action(QStringLiteral("popShowTablesMap"))->setCheckable(true);
+    for (const auto& [name, caption] : {std::pair{"popIgnoreCnfNotOk", "הסתר מוזמנים שלא מגיעים וודאית"},
+                                        std::pair{"popIgnoreNotCnf", "הסתר מוזמנים שלא אישרו עדיין"},
+                                        std::pair{"popOptions", "...הגדרות"}, std::pair{"popHelp", "עזרה..."}}) {
+        auto* act = new QAction(QString::fromUtf8(caption), this);
+        act->setObjectName(QString::fromLatin1(name));
+    }
+    action(QStringLiteral("popIgnoreCnfNotOk"))->setCheckable(true);
+    action(QStringLiteral("popIgnoreNotCnf"))->setCheckable(true);
+
+    m_popup = new QMenu(this);
+    m_popup->setObjectName(QStringLiteral("mnuPopMenu"));
+    for (const char* name : {"popIgnoreCnfNotOk", "popIgnoreNotCnf", "-", "popAdd", "popUpdate", "-", "popDelete", "-",
+                             "popShowTablesMap", "-", "popOptions", "popHelp"}) {
+        if (*name == '-')
+            m_popup->addSeparator();
+        else
+            m_popup->addAction(action(QString::fromLatin1(name)));
+    }
 }
 
 void MainWindow::buildToolbar()
@@ -573,8 +674,7 @@ void MainWindow::InitList(const QString& group, const QString& order)
     m_buttons[4]->setEnabled(outcome.hasRows && outcome.dialEnabled);
     for (int number = 2; number <= 6; ++number)
         m_panels[size_t(number - 1)]->setText(outcome.panels[size_t(number - 1)]);
-    m_grid->setCurrentIndex(m_model.index(0, 2));
-    m_grid->selectRow(0);
+    makeCurrentRow(0);
     m_grid->scrollToTop();
 }
 

@@ -61,6 +61,8 @@ public:
     void ShowHideTablesMap();
     void AddNewInv();
     void UpdateInv();
+    void RemoveRecord();
+    QMenu* popupMenu() const { return m_popup; }
     InvitationDialog* invitationDialog() const { return m_invDialog; }
 
     // The refresh after every change of the list or of what it shows: the list, then the map.
@@ -86,6 +88,11 @@ private:
     void onDelayTick();
     void mapHidden();
     void sortByColumn(int column);
+    void toggleFilter(bool notComing);
+    void followCurrentRow();
+    void makeCurrentRow(int row);
+    // The grid's selection: the current row and the row at its other end, as grid rows.
+    std::pair<int, int> selectionEnds() const;
     InvitationDialog& invitation();
     void endProgram();
     int columnWidthTwips(int column) const;
@@ -111,6 +118,7 @@ private:
     QTimer* m_tmrDelay = nullptr;
     QString m_helpFile;
     InvitationDialog* m_invDialog = nullptr;
+    QMenu* m_popup = nullptr;
     int m_lastColumn = 0;
     std::array<QAction*, 14> m_buttons{};
     std::array<QLabel*, 7> m_panels{};

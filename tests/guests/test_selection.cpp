@@ -1,0 +1,250 @@
+#include "RunningProgram.h"
+#include "TestMain.h"
+#include "TestWedding.h"
+
+#include "app/Wedding.h"
+#include "app/ui/MainWindow.h"
+#include "seating/ui/TableMapWindow.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QSettings>
+#include <QTableView>
+
+using namespace velmora;
+
+namespace {
+
+QVariantMap guest(const QString& family, const QString& first, const QString& phones, int confirm, const QVariant& table,
+                  const char* group = "1")
+{
+    return {{"FAMILY_NAME", family}, {"FIRST_NAME", first}, {"INV_NUM", 2}, {"CONFIRM", confirm}, {"REMARK", ""},
+            {"PHONES", phones}, {"LIST_GROUP", group}, {"TABLE_NO", table}};
+}
+
+} // namespace
+
+class SelectionTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<test::TestWedding> m_wedding;
+    test::RunningProgram m_program;
+    test::ScriptedPrompts& m_prompts = m_program.prompts;
+    WeddingState& m_state = m_program.state;
+
+    ui::MainWindow& main() { return m_program.main(); }
+    QTableView* grid() { return main().grid(); }
+    QWidget* cells() { return grid()->viewport(); }
+
+    QPoint cell(int gridRow, int column)
+    {
+        return grid()->visualRect(grid()->model()->index(gridRow - 1, column)).center();
+    }
+
+    QList<int> selectedGridRows()
+    {
+        QList<int> rows;
+        for (const QModelIndex& row : grid()->selectionModel()->selectedRows())
+            rows << row.row() + 1;
+        std::sort(rows.begin(), rows.end());
+        return rows;
+    }
+
+    void sweep(int fromRow, int toRow)
+    {
+        QTest::mousePress(cells(), Qt::LeftButton, {}, cell(fromRow, 4));
+        const int step = toRow > fromRow ? 1 : -1;
+        for (int row = fromRow; row != toRow + step; row += step)
+            QTest::mouseMove(cells(), cell(row, 4));
+        QTest::mouseRelease(cells(), Qt::LeftButton, {}, cell(toRow, 4));
+    }
+
+    void doubleClickHeader(int column)
+    {
+        QHeaderView* header = grid()->horizontalHeader();
+        const QPoint at(header->sectionViewportPosition(column) + header->sectionSize(column) / 2, header->height() / 2);
+        QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, at);
+    }
+
+private slots:
+    void init()
+    {
+        QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
+        m_wedding = std::make_unique<test::TestWedding>();
+        m_wedding->createDatabase();
+        m_wedding->state.MaxTables = 10;
+        SaveOptions(m_wedding->state);
+        m_wedding->addInvitation(guest("כהן", "דנה", "050", 1, 1));
+        m_wedding->addInvitation(guest("אבן", "רון", "", 0, 1));
+        m_wedding->addInvitation(guest("ד'אמיקו", "שירה", "052", 2, QVariant(), "2"));
+        m_wedding->addInvitation(guest("לוי", "גיל", "053", 3, 2));
+        m_wedding->addInvitation(guest("זך", "אור", "054", 1, 2, "2"));
+        m_wedding->addInvitation(guest("בר", "טל", "055", 0, QVariant()));
+        QVERIFY(m_program.start(m_wedding->folder()));
+        main().show();
+        QVERIFY(QTest::qWaitForWindowExposed(&main()));
+    }
+
+    void cleanup()
+    {
+        m_program.stop();
+        m_prompts.verifyDone();
+    }
+
+    void clicksAndSweepsSelectWholeRuns()
+    {
+        QTest::mouseClick(cells(), Qt::LeftButton, {}, cell(3, 6));
+        QCOMPARE(selectedGridRows(), QList<int>({3}));
+        QCOMPARE(grid()->selectionModel()->selectedIndexes().size(), 10);
+
+        sweep(2, 5);
+        QCOMPARE(selectedGridRows(), QList<int>({2, 3, 4, 5}));
+        m_prompts.expectQuestion(QStringLiteral("האם לעדכן את קבוצת המוזמנים?"), PromptAnswer::No);
+        main().UpdateInv();
+        QCOMPARE(m_state.InvRowFrom, qint16(2));
+        QCOMPARE(m_state.InvRowTo, qint16(5));
+
+        sweep(6, 3); // upward
+        QCOMPARE(selectedGridRows(), QList<int>({3, 4, 5, 6}));
+        m_prompts.expectQuestion(QStringLiteral("האם לעדכן את קבוצת המוזמנים?"), PromptAnswer::No);
+        main().UpdateInv();
+        QCOMPARE(m_state.InvRowFrom, qint16(3));
+        QCOMPARE(m_state.InvRowTo, qint16(6));
+
+        // Several rows can't be removed; nothing is asked.
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן למחוק קבוצה של מוזמנים, בחר הזמנה אחת בלבד למחיקה."));
+        main().toolButton(3)->trigger();
+        QCOMPARE(m_wedding->count(QStringLiteral("select * from VELMORA_LIST")), 6);
+    }
+
+    void theDialButtonFollowsTheCurrentRow()
+    {
+        QVERIFY(main().toolButton(5)->isEnabled());
+        QTest::mouseClick(cells(), Qt::LeftButton, {}, cell(2, 0)); // no phones
+        QVERIFY(!main().toolButton(5)->isEnabled());
+        QTest::mouseClick(cells(), Qt::LeftButton, {}, cell(4, 8));
+        QVERIFY(main().toolButton(5)->isEnabled());
+    }
+
+    void aDoubleClickOnARowUpdatesIt()
+    {
+        m_prompts.expectQuestion(QStringLiteral("האם לעדכן את ההזמנה לד'אמיקו שירה?"), PromptAnswer::No);
+        QTest::mouseClick(cells(), Qt::LeftButton, {}, cell(3, 7)); // a double click begins as a click
+        QTest::mouseDClick(cells(), Qt::LeftButton, {}, cell(3, 7));
+    }
+
+    void headersSortUpThenDown()
+    {
+        doubleClickHeader(0);
+        QCOMPARE(m_state.ListOrder, QStringLiteral("FAMILY_NAME"));
+        QCOMPARE(main().listModel().cellText(1, 0), QStringLiteral("אבן"));
+        doubleClickHeader(0);
+        QCOMPARE(main().listModel().cellText(1, 0), QStringLiteral("לוי"));
+        doubleClickHeader(2); // another column: the direction turns over all the same
+        QCOMPARE(m_state.ListOrder, QStringLiteral("PHONES"));
+        QCOMPARE(main().listModel().cellText(1, 2), QString());
+        QCOMPARE(m_state.SqlText, QStringLiteral("select * from VELMORA_LIST order by PHONES ASC"));
+        doubleClickHeader(2);
+        QCOMPARE(main().listModel().cellText(1, 2), QStringLiteral("055"));
+    }
+
+    void filtersAndGroupNarrowTheListTogether()
+    {
+        QAction* popup = main().action(QStringLiteral("popIgnoreCnfNotOk"));
+        popup->trigger();
+        QVERIFY(main().action(QStringLiteral("mnuIgnoreCnfNotOk"))->isChecked()); // one setting, two ticks
+        QCOMPARE(main().panel(6)->text(), QStringLiteral("מס' ההזמנות  5"));
+        main().action(QStringLiteral("mnuIgnoreNotCnf"))->trigger();
+        QVERIFY(main().action(QStringLiteral("popIgnoreNotCnf"))->isChecked());
+        QCOMPARE(main().panel(6)->text(), QStringLiteral("מס' ההזמנות  2"));
+        QCOMPARE(main().panel(5)->text(), QStringLiteral("אישרו שמגיעים  4"));
+        // לוי גיל (not sure, table 2) is hidden and still sits on the map.
+        QCOMPARE(m_program.map().itemText(2), QStringLiteral("שולחן של 4"));
+
+        main().cmbUserGroups()->setCurrentIndex(2);
+        emit main().cmbUserGroups()->activated(2);
+        QCOMPARE(main().panel(6)->text(), QStringLiteral("מס' ההזמנות  1"));
+        QCOMPARE(main().listModel().cellText(1, 0), QStringLiteral("זך"));
+        popup->trigger();
+        QVERIFY(!main().action(QStringLiteral("mnuIgnoreCnfNotOk"))->isChecked());
+        QCOMPARE(main().panel(6)->text(), QStringLiteral("מס' ההזמנות  2")); // the "no" of ד'אמיקו shows again
+
+        // Keys in the group box are dropped without a word or a beep.
+        QTest::keyClick(main().cmbUserGroups(), Qt::Key_Down);
+        QTest::keyClick(main().cmbUserGroups(), Qt::Key_A);
+        QCOMPARE(main().cmbUserGroups()->currentIndex(), 2);
+    }
+
+    void thePopUpActsOnTheRowsSelectedBefore()
+    {
+        sweep(2, 3);
+        QTest::mouseClick(cells(), Qt::RightButton, {}, cell(6, 1));
+        QCOMPARE(selectedGridRows(), QList<int>({2, 3}));
+        QTRY_VERIFY(main().popupMenu()->isVisible());
+        QStringList entries;
+        for (QAction* entry : main().popupMenu()->actions())
+            entries << (entry->isSeparator() ? QStringLiteral("-") : entry->objectName());
+        QCOMPARE(entries, QStringList({"popIgnoreCnfNotOk", "popIgnoreNotCnf", "-", "popAdd", "popUpdate", "-", "popDelete",
+                                       "-", "popShowTablesMap", "-", "popOptions", "popHelp"}));
+        main().popupMenu()->hide();
+        m_prompts.expectQuestion(QStringLiteral("האם לעדכן את קבוצת המוזמנים?"), PromptAnswer::No);
+        main().action(QStringLiteral("popUpdate"))->trigger();
+        QCOMPARE(m_state.InvRowFrom, qint16(2));
+        QCOMPARE(m_state.InvRowTo, qint16(3));
+    }
+
+    void removingRowsOneByOne()
+    {
+        // No: nothing changes.
+        QTest::mouseClick(cells(), Qt::LeftButton, {}, cell(3, 0));
+        m_prompts.expectQuestion(QStringLiteral("האם למחוק את ההזמנה לד'אמיקו שירה?"), PromptAnswer::No);
+        main().toolButton(3)->trigger();
+        QCOMPARE(selectedGridRows(), QList<int>({3}));
+        // Yes: a name with a quote goes like any other, and the grid keeps its place.
+        m_prompts.expectQuestion(QStringLiteral("האם למחוק את ההזמנה לד'אמיקו שירה?"), PromptAnswer::Yes);
+        main().action(QStringLiteral("mnuRemove"))->trigger();
+        QCOMPARE(m_wedding->count(QStringLiteral("select * from VELMORA_LIST")), 5);
+        QCOMPARE(grid()->currentIndex().row(), 2);
+        QCOMPARE(main().listModel().cellText(3, 0), QStringLiteral("לוי"));
+
+        // The last row: the list comes back on its first row.
+        QTest::mouseClick(cells(), Qt::LeftButton, {}, cell(5, 0));
+        m_prompts.expectQuestion(QStringLiteral("האם למחוק את ההזמנה לבר טל?"), PromptAnswer::Yes);
+        main().RemoveRecord();
+        QCOMPARE(grid()->currentIndex().row(), 0);
+        QCOMPARE(m_program.map().itemText(2), QStringLiteral("שולחן של 4"));
+
+        // The seat goes with the row.
+        QTest::mouseClick(cells(), Qt::LeftButton, {}, cell(3, 0));
+        m_prompts.expectQuestion(QStringLiteral("האם למחוק את ההזמנה ללוי גיל?"), PromptAnswer::Yes);
+        main().RemoveRecord();
+        QCOMPARE(m_program.map().itemText(2), QStringLiteral("שולחן של 2"));
+    }
+
+    void twoRowsOfOnePairAndTheOnlyRow()
+    {
+        m_program.stop();
+        test::TestWedding lone;
+        lone.createDatabase();
+        lone.addInvitation(guest("כפול", "זוג", "1", 1, QVariant()));
+        lone.addInvitation(guest("כפול", "זוג", "2", 1, QVariant()));
+        QVERIFY(m_program.start(lone.folder()));
+        m_prompts.expectQuestion(QStringLiteral("האם למחוק את ההזמנה לכפול זוג?"), PromptAnswer::Yes);
+        main().RemoveRecord();
+        QCOMPARE(lone.count(QStringLiteral("select * from VELMORA_LIST where PHONES = '2'")), 1);
+        m_prompts.expectQuestion(QStringLiteral("האם למחוק את ההזמנה לכפול זוג?"), PromptAnswer::Yes);
+        main().RemoveRecord();
+        QCOMPARE(lone.count(QStringLiteral("select * from VELMORA_LIST")), 0);
+        QVERIFY(!main().action(QStringLiteral("mnuRemove"))->isEnabled());
+        QVERIFY(!main().toolButton(3)->isEnabled());
+        QCOMPARE(main().panel(6)->text(), QStringLiteral("מס' ההזמנות  0"));
+        m_program.stop();
+    }
+};
+
+VELMORA_TEST_MAIN(SelectionTest)
+#include "test_selection.moc"
