@@ -378,7 +378,17 @@ void MainWindow::refreshList()
 
 void MainWindow::openOptions()
 {
-    OptionsWindow options(m_state, this);
+    OptionsWindow options(
+        m_state, m_prompts, [this](int table) { return seatedCount(table); },
+        [this] {
+            // The group box and the day count follow, and the map takes the new number of tables.
+            InitEvent();
+            if (m_tableMap) {
+                m_tableMap->InitTableSetting();
+                m_tableMap->InitTableView(m_state.TableViewMode);
+            }
+        },
+        this);
     options.exec();
 }
 

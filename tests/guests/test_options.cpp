@@ -1,0 +1,265 @@
+#include "Modal.h"
+#include "RunningProgram.h"
+#include "TestMain.h"
+#include "TestWedding.h"
+
+#include "app/IniFile.h"
+#include "app/Wedding.h"
+#include "app/ui/MainWindow.h"
+#include "guests/GuestList.h"
+#include "guests/Options.h"
+#include "guests/ui/OptionsWindow.h"
+#include "seating/ui/TableMapWindow.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSettings>
+#include <QTabWidget>
+
+using namespace velmora;
+
+namespace {
+
+QStringList entries(const QListWidget* list)
+{
+    QStringList texts;
+    for (int i = 0; i < list->count(); ++i)
+        texts << list->item(i)->text();
+    return texts;
+}
+
+} // namespace
+
+class OptionsTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<test::TestWedding> m_wedding;
+    test::ScriptedPrompts m_prompts;
+    int m_applied = 0;
+    // Table 3 holds 9 people, table 7 holds 4.
+    guests::SeatedCountFn m_seated = [](int table) { return quint8(table == 3 ? 9 : table == 7 ? 4 : 0); };
+
+    std::unique_ptr<ui::OptionsWindow> open()
+    {
+        return std::make_unique<ui::OptionsWindow>(m_wedding->state, m_prompts, m_seated, [this] { ++m_applied; });
+    }
+
+    QString ini(const char* section, const char* key)
+    {
+        return ReadIniValue(m_wedding->state.iniFile(), QString::fromLatin1(section), QString::fromLatin1(key),
+                            QStringLiteral("<none>"));
+    }
+
+private slots:
+    void init()
+    {
+        QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
+        m_wedding = std::make_unique<test::TestWedding>();
+        m_wedding->state.MaxTables = 20;
+        m_wedding->state.MaxChairs = 12;
+        m_wedding->state.WeddingDate = QDate(2027, 5, 20);
+        SaveOptions(m_wedding->state);
+        m_applied = 0;
+    }
+
+    void cleanup() { m_prompts.verifyDone(); }
+
+    void theLimitsAreCheckedInOrder_data()
+    {
+        QTest::addColumn<QString>("tables");
+        QTest::addColumn<QString>("chairs");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("largest") << "100" << "15" << "";
+        QTest::newRow("both too many: tables first") << "101" << "16" << "לא ניתן להגדיר יותר מ-100 שולחנות";
+        QTest::newRow("too many chairs") << "100" << "16" << "לא ניתן להגדיר יותר מ-15 כסאות לשולחן";
+        QTest::newRow("zero tables") << "0" << "12" << "חובה להזין לפחות שולחן אחד וכיסא אחד";
+        QTest::newRow("zero chairs") << "20" << "0" << "חובה להזין לפחות שולחן אחד וכיסא אחד";
+        QTest::newRow("letters") << "עשרים" << "12" << "הערך אינו מספר חוקי";
+        QTest::newRow("empty") << "20" << "" << "הערך אינו מספר חוקי";
+        QTest::newRow("half") << "20" << "9.5" << "";
+        QTest::newRow("the fullest table exactly") << "20" << "9" << "";
+        QTest::newRow("one below the fullest") << "20" << "8" << "לא ניתן לבטל כסאות לשולחן שמושבים בהם אורחים";
+        QTest::newRow("past a seated table") << "6" << "12" << "לא ניתן לבטל שולחנות שמושבים בהם מוזמנים";
+        QTest::newRow("past empty tables") << "7" << "12" << "";
+    }
+
+    void theLimitsAreCheckedInOrder()
+    {
+        QFETCH(QString, tables);
+        QFETCH(QString, chairs);
+        QFETCH(QString, message);
+        guests::OptionsForm form = guests::OptionsFromState(m_wedding->state);
+        form.maxTables = tables;
+        form.maxChairs = chairs;
+        QCOMPARE(guests::CheckOptions(m_wedding->state, form, m_seated).value_or(QString()), message);
+        form.couple = QStringLiteral("   ");
+        QCOMPARE(guests::CheckOptions(m_wedding->state, form, m_seated).value_or(QString()),
+                 QStringLiteral("כל השדות חייבים להיות מלאים"));
+    }
+
+    void applyStoresRoundedLimitsAndTheGroupsAnew()
+    {
+        auto window = open();
+        QVERIFY(!window->cmdApply->isEnabled());
+        window->txtNewGroup->setText(QStringLiteral("חברים"));
+        QVERIFY(!window->cmdApply->isEnabled()); // typing a group name doesn't count
+        window->cmdAddUpdateGroup->click();
+        QVERIFY(window->cmdApply->isEnabled());
+        window->txtMaxChairs->setText(QStringLiteral("2.5"));
+        window->txtMaxTable->setText(QStringLiteral("3.5"));
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן לבטל כסאות לשולחן שמושבים בהם אורחים"));
+        window->cmdApply->click();
+        QVERIFY(window->cmdApply->isEnabled());
+        QCOMPARE(m_wedding->state.MaxTables, quint8(20)); // nothing changed
+
+        guests::OptionsForm form = window->form();
+        form.maxChairs = QStringLiteral("10.5");
+        form.maxTables = QStringLiteral("7.5");
+        guests::ApplyOptions(m_wedding->state, form);
+        QCOMPARE(m_wedding->state.MaxChairs, quint8(10));
+        QCOMPARE(m_wedding->state.MaxTables, quint8(8));
+
+        // The first Apply makes the three main groups real groups.
+        QCOMPARE(m_wedding->state.NumOfGroups, quint8(4));
+        QCOMPARE(ini("Options", "NumOfGroups"), QStringLiteral("4"));
+        QCOMPARE(ini("UserGroups", "Group-0"), m_wedding->state.CoupleName);
+        QCOMPARE(ini("UserGroups", "Group-3"), QStringLiteral("חברים"));
+        QCOMPARE(guests::GroupNumber(m_wedding->state, m_wedding->state.HerFamily), 3); // the same numbers as before
+    }
+
+    void theGroupListIsEditedOnlyBelowTheMainGroups()
+    {
+        m_wedding->state.NumOfGroups = 6;
+        m_wedding->state.UserGroups = {m_wedding->state.CoupleName, m_wedding->state.HisFamily,
+                                       m_wedding->state.HerFamily, "A", "B", "C"};
+        SaveOptions(m_wedding->state);
+        auto window = open();
+        QCOMPARE(entries(window->lstGroups).mid(3), QStringList({"A", "B", "C"}));
+
+        window->txtNewGroup->setText(QStringLiteral("  "));
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להגדיר קבוצה ריקה"));
+        window->cmdAddUpdateGroup->click();
+        window->txtNewGroup->setText(m_wedding->state.HisFamily);
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("קבוצה דומה כבר קיימת במאגר"));
+        window->cmdAddUpdateGroup->click();
+        window->txtNewGroup->setText(QStringLiteral("a")); // case counts
+        window->cmdAddUpdateGroup->click();
+        QCOMPARE(window->lstGroups->count(), 7);
+
+        // A main group can't be renamed; the refusal leaves Apply on.
+        window->lstGroups->setCurrentRow(1);
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להסיר\\לעדכן שלושת הקבוצות הראשיות"));
+        emit window->lstGroups->itemDoubleClicked(window->lstGroups->item(1));
+        QVERIFY(window->cmdApply->isEnabled());
+
+        // Rename B; then a cancelled update goes back to adding.
+        window->lstGroups->setCurrentRow(4);
+        emit window->lstGroups->itemDoubleClicked(window->lstGroups->item(4));
+        QCOMPARE(window->groupMode(), 2);
+        QCOMPARE(window->txtNewGroup->text(), QStringLiteral("B"));
+        QVERIFY(!window->cmdCancelUpdate->isHidden() && window->cmdDelGroup->isHidden());
+        window->txtNewGroup->setText(QStringLiteral("B2"));
+        window->cmdAddUpdateGroup->click();
+        QCOMPARE(window->lstGroups->item(4)->text(), QStringLiteral("B2"));
+        QCOMPARE(window->groupMode(), 1);
+        window->lstGroups->setCurrentRow(5);
+        emit window->lstGroups->itemDoubleClicked(window->lstGroups->item(5));
+        window->cmdCancelUpdate->click();
+        window->txtNewGroup->setText(QStringLiteral("D"));
+        window->cmdAddUpdateGroup->click();
+        QCOMPARE(entries(window->lstGroups).mid(3), QStringList({"A", "B2", "C", "a", "D"}));
+
+        // Remove A: B2 moves into its place, and A's guests show under B2.
+        window->lstGroups->setCurrentRow(3);
+        emit window->lstGroups->itemClicked(window->lstGroups->item(3));
+        QVERIFY(window->cmdDelGroup->isEnabled());
+        window->cmdDelGroup->click();
+        window->lstGroups->setCurrentRow(0);
+        emit window->lstGroups->itemClicked(window->lstGroups->item(0));
+        QVERIFY(!window->cmdDelGroup->isEnabled());
+        window->cmdApply->click();
+        QCOMPARE(m_applied, 1);
+        QCOMPARE(guests::GroupNumber(m_wedding->state, QStringLiteral("B2")), 4);
+        QCOMPARE(ini("Options", "NumOfGroups"), QStringLiteral("7"));
+        QCOMPARE(ini("UserGroups", "Group-6"), QStringLiteral("D"));
+        QCOMPARE(ini("UserGroups", "Group-7"), QStringLiteral("<none>"));
+    }
+
+    void aRenamedFamilyShowsInTheGroupsAndIsKept()
+    {
+        auto window = open();
+        window->txtHisFamily->setText(QStringLiteral(" משפחת כהן-לוי "));
+        window->SSTab1->setCurrentIndex(1);
+        QCOMPARE(window->lstGroups->item(1)->text(), QStringLiteral(" משפחת כהן-לוי "));
+        window->SSTab1->setCurrentIndex(0);
+        window->txtHerFamily->setText(QStringLiteral("משפחת אדלר"));
+        window->DTPickWedding->setDate(QDate(2027, 6, 1));
+        window->cmdApply->click();
+        QCOMPARE(m_wedding->state.HisFamily, QStringLiteral("משפחת כהן-לוי"));
+        QCOMPARE(m_wedding->state.UserGroups.value(2), QStringLiteral("משפחת אדלר")); // without visiting the tab
+        QCOMPARE(ini("Options", "Wedding Date"), QStringLiteral("01/06/2027"));
+        QVERIFY(!window->cmdApply->isEnabled());
+    }
+
+    void okAppliesOnlyWhatPassesAndClosesAnyway()
+    {
+        auto window = open();
+        window->show();
+        window->txtMaxTable->setText(QStringLiteral("200"));
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להגדיר יותר מ-100 שולחנות"));
+        window->cmdOK->click();
+        QVERIFY(!window->isVisible());
+        QCOMPARE(ini("Options", "Max Tables"), QStringLiteral("20"));
+        QCOMPARE(m_applied, 0);
+
+        auto untouched = open();
+        untouched->show();
+        QFile::remove(m_wedding->state.iniFile());
+        untouched->cmdOK->click(); // nothing changed: nothing written
+        QVERIFY(!QFile::exists(m_wedding->state.iniFile()));
+
+        auto escape = open();
+        escape->show();
+        escape->txtCouple->setText(QStringLiteral("אחר"));
+        QTest::keyClick(escape.get(), Qt::Key_Escape);
+        QVERIFY(!escape->isVisible());
+        QCOMPARE(m_wedding->state.CoupleName, QStringLiteral("נועה ואיתי"));
+    }
+
+    void theProgramFollowsAnApply()
+    {
+        m_wedding->createDatabase();
+        m_wedding->addInvitation({{"FAMILY_NAME", "כהן"}, {"FIRST_NAME", "דנה"}, {"INV_NUM", 9}, {"CONFIRM", 1},
+                                  {"REMARK", ""}, {"PHONES", ""}, {"LIST_GROUP", "1"}, {"TABLE_NO", 3}});
+        test::RunningProgram program;
+        QVERIFY(program.start(m_wedding->folder()));
+        ui::MainWindow& main = program.main();
+        test::NextModal options([&](QWidget* modal) {
+            auto* window = qobject_cast<ui::OptionsWindow*>(modal);
+            QVERIFY(window);
+            QCOMPARE(window->txtMaxTable->text(), QStringLiteral("20"));
+            window->txtMaxTable->setText(QStringLiteral("2"));
+            window->cmdApply->click(); // table 3 has people
+            window->txtMaxTable->setText(QStringLiteral("5"));
+            window->txtCouple->setText(QStringLiteral("דנה ויואב"));
+            window->cmdOK->click();
+        });
+        program.prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן לבטל שולחנות שמושבים בהם מוזמנים"));
+        main.action(QStringLiteral("mnuSetting"))->trigger();
+        QVERIFY(options.seen());
+        QCOMPARE(program.map().itemCount(), 5);
+        QCOMPARE(program.map().itemText(3), QStringLiteral("שולחן של 9"));
+        QCOMPARE(main.cmbUserGroups()->itemText(1), QStringLiteral("דנה ויואב"));
+        QCOMPARE(main.cmbUserGroups()->currentText(), m_wedding->state.AllGuests);
+        program.stop();
+        program.prompts.verifyDone();
+    }
+};
+
+VELMORA_TEST_MAIN(OptionsTest)
+#include "test_options.moc"
