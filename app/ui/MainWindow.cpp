@@ -260,8 +260,11 @@ void MainWindow::makeCurrentRow(int row)
 {
     // Through the selection model: the view's own selectRow() misses the columns when
     // the grid is laid out right to left and narrower than its window.
+    // The empty row of an empty list is current but not highlighted.
     m_grid->selectionModel()->setCurrentIndex(m_model.index(row, 2),
-                                              QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+                                              m_model.hasInvitations()
+                                                  ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                                                  : QItemSelectionModel::Clear);
 }
 
 void MainWindow::toggleFilter(bool notComing)

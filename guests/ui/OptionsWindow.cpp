@@ -54,6 +54,9 @@ void OptionsWindow::build()
     DTPickWedding->setObjectName(QStringLiteral("DTPickWedding"));
     DTPickWedding->setAccessibleName(QStringLiteral("תאריך החתונה"));
     DTPickWedding->setCalendarPopup(true);
+    // Day, month and year read as written: a right-to-left date field would turn the
+    // format's order round, so the direction is set before the format.
+    DTPickWedding->setLayoutDirection(Qt::LeftToRight);
     DTPickWedding->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     userForm->addRow(QStringLiteral("בני הזוג"), txtCouple);
     userForm->addRow(QStringLiteral("משפ' החתן"), txtHisFamily);
