@@ -34,8 +34,9 @@ bool isMoneyGift(const QVariant& presentType)
     return !presentType.isNull() && (presentType.toInt() == 0 || presentType.toInt() == 1);
 }
 
-// A plain column refuses Null: the cell stays empty and the failure is reported.
-QString plainText(const QVariant& value, PendingFailure& pending)
+} // namespace
+
+QString PlainText(const QVariant& value, PendingFailure& pending)
 {
     if (value.isNull()) {
         pending.fail(InvalidUseOfNull, QStringLiteral("שימוש לא חוקי בערך Null."));
@@ -43,8 +44,6 @@ QString plainText(const QVariant& value, PendingFailure& pending)
     }
     return value.toString();
 }
-
-} // namespace
 
 bool CheckEvenNum(qint16 number)
 {
@@ -145,11 +144,11 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
         for (; !rs.eof(); rs.moveNext()) {
             GuestRow row;
             auto& cells = row.cells;
-            cells[0] = plainText(rs.value(QStringLiteral("FAMILY_NAME")), pending);
-            cells[1] = plainText(rs.value(QStringLiteral("FIRST_NAME")), pending);
-            cells[2] = plainText(rs.value(QStringLiteral("PHONES")), pending);
-            cells[3] = plainText(rs.value(QStringLiteral("INV_NUM")), pending);
-            cells[4] = plainText(rs.value(QStringLiteral("REMARK")), pending);
+            cells[0] = PlainText(rs.value(QStringLiteral("FAMILY_NAME")), pending);
+            cells[1] = PlainText(rs.value(QStringLiteral("FIRST_NAME")), pending);
+            cells[2] = PlainText(rs.value(QStringLiteral("PHONES")), pending);
+            cells[3] = PlainText(rs.value(QStringLiteral("INV_NUM")), pending);
+            cells[4] = PlainText(rs.value(QStringLiteral("REMARK")), pending);
             const QVariant confirm = rs.value(QStringLiteral("CONFIRM"));
             cells[5] = confirmText(confirm);
             cells[6] = rs.value(QStringLiteral("TABLE_NO")).toString();

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QString>
+#include <QVariant>
 
 #include <array>
 
 namespace velmora {
+class PendingFailure;
 class Prompts;
 struct WeddingState;
 }
@@ -31,6 +33,10 @@ struct ListOutcome {
 };
 
 bool CheckEvenNum(qint16 number);
+
+// The text of a column that must hold a value: a Null leaves it empty and is kept as a
+// failure to report.
+QString PlainText(const QVariant& value, PendingFailure& pending);
 
 // The number LIST_GROUP holds for a group name, 0 when the name isn't a group.
 int GroupNumber(const WeddingState& state, const QString& group);

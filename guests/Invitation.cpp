@@ -9,20 +9,9 @@ namespace velmora::guests {
 
 namespace {
 
-constexpr int InvalidUseOfNull = 94;
-
 QString numberText(double number)
 {
     return QString::number(number, 'g', 15);
-}
-
-QString plainValue(const QVariant& value, PendingFailure& pending)
-{
-    if (value.isNull()) {
-        pending.fail(InvalidUseOfNull, QStringLiteral("שימוש לא חוקי בערך Null."));
-        return {};
-    }
-    return value.toString();
 }
 
 } // namespace
@@ -162,16 +151,16 @@ InvitationForm ReadInvitation(const WeddingState& state, const store::Recordset&
     InvitationForm form;
     form.group = openingGroup;
     pending.attempt([&] {
-        form.familyName = plainValue(rs.value(QStringLiteral("FAMILY_NAME")), pending);
-        form.firstName = plainValue(rs.value(QStringLiteral("FIRST_NAME")), pending);
-        form.phones = plainValue(rs.value(QStringLiteral("PHONES")), pending);
+        form.familyName = PlainText(rs.value(QStringLiteral("FAMILY_NAME")), pending);
+        form.firstName = PlainText(rs.value(QStringLiteral("FIRST_NAME")), pending);
+        form.phones = PlainText(rs.value(QStringLiteral("PHONES")), pending);
         form.address = rs.value(QStringLiteral("ADDRESS")).toString();
-        form.invNum = plainValue(rs.value(QStringLiteral("INV_NUM")), pending);
+        form.invNum = PlainText(rs.value(QStringLiteral("INV_NUM")), pending);
         if (const auto group = GroupText(state, rs.value(QStringLiteral("LIST_GROUP"))))
             form.group = *group;
         else if (state.NumOfGroups > 0)
             pending.fail(9, QStringLiteral("הקבוצה של ההזמנה אינה קיימת."));
-        form.remark = plainValue(rs.value(QStringLiteral("REMARK")), pending);
+        form.remark = PlainText(rs.value(QStringLiteral("REMARK")), pending);
         form.invSent = rs.value(QStringLiteral("INV_STATUS")).toBool();
         const int confirm = rs.value(QStringLiteral("CONFIRM")).toInt();
         form.confirmOk = confirm == 1;

@@ -139,26 +139,6 @@ private slots:
         QVERIFY(!ui::Main(state, prompts, dir.path()));
         QCOMPARE(QFileInfo(file.fileName()).size(), 0); // not created anew
     }
-
-    void oldSettingsAreMovedAtTheFirstStart()
-    {
-        {
-            QSettings old(QStringLiteral("Velmora"), QStringLiteral("Velmora"));
-            old.setValue("Options/Couple", QStringLiteral("רות ובועז"));
-            old.setValue("Options/His Family", QStringLiteral("משפחת אלימלך"));
-            old.setValue("Options/Her Family", QStringLiteral("משפחת נעמי"));
-        }
-        QTemporaryDir dir;
-        WeddingState state;
-        test::ScriptedPrompts prompts;
-        prompts.expectMessage(PromptIcon::None, Created);
-        auto windows = ui::Main(state, prompts, dir.path());
-        QVERIFY(state.OptionsPending);
-        QCOMPARE(windows->main->cmbUserGroups()->itemText(1), QStringLiteral("רות ובועז"));
-        QVERIFY(!UserStore().hasSection(QStringLiteral("Options")));
-        prompts.expectMapSaveQuestion();
-        windows->main->close();
-    }
 };
 
 VELMORA_TEST_MAIN(StartupTest)

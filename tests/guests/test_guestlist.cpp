@@ -13,12 +13,6 @@ using namespace velmora::guests;
 
 namespace {
 
-QVariantMap invitation(const QString& family, const QString& first, int people, int confirm)
-{
-    return {{"FAMILY_NAME", family}, {"FIRST_NAME", first}, {"INV_NUM", people}, {"CONFIRM", confirm},
-            {"REMARK", QString()}, {"PHONES", QStringLiteral("050-1234567")}, {"LIST_GROUP", QStringLiteral("1")}};
-}
-
 QVariantMap with(QVariantMap map, const QVariantMap& more)
 {
     for (auto it = more.begin(); it != more.end(); ++it)
@@ -103,13 +97,13 @@ private slots:
     {
         test::TestWedding wedding;
         wedding.createDatabase();
-        wedding.addInvitation(with(invitation("כהן", "דנה", 2, 1), {{"TABLE_NO", 3}, {"INV_STATUS", true},
+        wedding.addInvitation(with(test::invitation("כהן", "דנה", 2, 1), {{"TABLE_NO", 3}, {"INV_STATUS", true},
                                                                      {"PRESENT_TYPE", 1}, {"PRESENT", "500"},
                                                                      {"ADDRESS", QStringLiteral("הרצל 5, חיפה")}}));
-        wedding.addInvitation(with(invitation("לוי", "רון", 3, 2), {{"PRESENT_TYPE", 0}, {"PRESENT", "250.5 בצ'ק"}}));
-        wedding.addInvitation(with(invitation("גבאי", "שי", 1, 3), {{"PRESENT_TYPE", 2}, {"PRESENT", QStringLiteral("מצעים")}}));
-        wedding.addInvitation(with(invitation("ברק", "גיל", 4, 0), {{"PRESENT_TYPE", 0}, {"PRESENT", "100.5"}}));
-        wedding.addInvitation(with(invitation("טל", "אור", 2, 2), {{"PRESENT", "300"}})); // kind unknown: no money
+        wedding.addInvitation(with(test::invitation("לוי", "רון", 3, 2), {{"PRESENT_TYPE", 0}, {"PRESENT", "250.5 בצ'ק"}}));
+        wedding.addInvitation(with(test::invitation("גבאי", "שי", 1, 3), {{"PRESENT_TYPE", 2}, {"PRESENT", QStringLiteral("מצעים")}}));
+        wedding.addInvitation(with(test::invitation("ברק", "גיל", 4, 0), {{"PRESENT_TYPE", 0}, {"PRESENT", "100.5"}}));
+        wedding.addInvitation(with(test::invitation("טל", "אור", 2, 2), {{"PRESENT", "300"}})); // kind unknown: no money
         test::ScriptedPrompts prompts;
         GuestListModel model;
         QAbstractItemModelTester tester(&model);
@@ -182,7 +176,7 @@ private slots:
         QCOMPARE(outcome.panels[1], QStringLiteral("מתנות ₪0"));
         QCOMPARE(outcome.panels[5], QStringLiteral("מס' ההזמנות  0"));
 
-        wedding.addInvitation(invitation("כהן", "דנה", 2, 1));
+        wedding.addInvitation(test::invitation("כהן", "דנה", 2, 1));
         wedding.state.CurGroup = wedding.state.HerFamily;
         outcome = InitList(wedding.state, prompts, model, wedding.state.CurGroup, {}, {});
         QCOMPARE(outcome.caption, QStringLiteral("רשימה של משפחת לוי"));
@@ -194,8 +188,8 @@ private slots:
     {
         test::TestWedding wedding;
         wedding.createDatabase();
-        wedding.addInvitation(with(invitation("א", "א", 1, 1), {{"PHONES", QString()}}));
-        wedding.addInvitation(invitation("ב", "ב", 1, 1));
+        wedding.addInvitation(with(test::invitation("א", "א", 1, 1), {{"PHONES", QString()}}));
+        wedding.addInvitation(test::invitation("ב", "ב", 1, 1));
         test::ScriptedPrompts prompts;
         GuestListModel model;
         QVERIFY(!InitList(wedding.state, prompts, model, wedding.state.AllGuests, {}, {}).dialEnabled);

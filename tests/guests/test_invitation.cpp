@@ -26,12 +26,6 @@ namespace {
 
 const QString Duplicate = QStringLiteral("קיימת כבר הזמנה זהה ברשימה.");
 
-QVariantMap guest(const QString& family, const QString& first, int people, const QVariant& table, int confirm = 1)
-{
-    return {{"FAMILY_NAME", family}, {"FIRST_NAME", first}, {"INV_NUM", people}, {"CONFIRM", confirm},
-            {"REMARK", ""}, {"PHONES", "050"}, {"LIST_GROUP", "1"}, {"TABLE_NO", table}};
-}
-
 InvitationForm named(const QString& family, const QString& first)
 {
     InvitationForm form;
@@ -93,10 +87,10 @@ private slots:
         m_wedding->state.MaxTables = 20;
         m_wedding->state.MaxChairs = 15;
         SaveOptions(m_wedding->state);
-        m_wedding->addInvitation(guest("כהן", "דנה", 12, 4));
-        m_wedding->addInvitation(guest("לוי", "רון", 3, 4));
-        m_wedding->addInvitation(guest("גבאי", "שי", 13, 5));
-        m_wedding->addInvitation(guest("טל", "אור", 1, QVariant(), 2));
+        m_wedding->addInvitation(test::invitation("כהן", "דנה", 12, 1, 4));
+        m_wedding->addInvitation(test::invitation("לוי", "רון", 3, 1, 4));
+        m_wedding->addInvitation(test::invitation("גבאי", "שי", 13, 1, 5));
+        m_wedding->addInvitation(test::invitation("טל", "אור", 1, 2, QVariant()));
         QVERIFY(m_program.start(m_wedding->folder()));
     }
 

@@ -16,17 +16,6 @@
 
 using namespace velmora;
 
-namespace {
-
-QVariantMap guest(const QString& family, const QString& first, const QString& phones, int confirm, const QVariant& table,
-                  const char* group = "1")
-{
-    return {{"FAMILY_NAME", family}, {"FIRST_NAME", first}, {"INV_NUM", 2}, {"CONFIRM", confirm}, {"REMARK", ""},
-            {"PHONES", phones}, {"LIST_GROUP", group}, {"TABLE_NO", table}};
-}
-
-} // namespace
-
 class SelectionTest : public QObject {
     Q_OBJECT
 
@@ -78,12 +67,12 @@ private slots:
         m_wedding->createDatabase();
         m_wedding->state.MaxTables = 10;
         SaveOptions(m_wedding->state);
-        m_wedding->addInvitation(guest("כהן", "דנה", "050", 1, 1));
-        m_wedding->addInvitation(guest("אבן", "רון", "", 0, 1));
-        m_wedding->addInvitation(guest("ד'אמיקו", "שירה", "052", 2, QVariant(), "2"));
-        m_wedding->addInvitation(guest("לוי", "גיל", "053", 3, 2));
-        m_wedding->addInvitation(guest("זך", "אור", "054", 1, 2, "2"));
-        m_wedding->addInvitation(guest("בר", "טל", "055", 0, QVariant()));
+        m_wedding->addInvitation(test::invitation("כהן", "דנה", 2, 1, 1, "050"));
+        m_wedding->addInvitation(test::invitation("אבן", "רון", 2, 0, 1, ""));
+        m_wedding->addInvitation(test::invitation("ד'אמיקו", "שירה", 2, 2, QVariant(), "052", "2"));
+        m_wedding->addInvitation(test::invitation("לוי", "גיל", 2, 3, 2, "053"));
+        m_wedding->addInvitation(test::invitation("זך", "אור", 2, 1, 2, "054", "2"));
+        m_wedding->addInvitation(test::invitation("בר", "טל", 2, 0, QVariant(), "055"));
         QVERIFY(m_program.start(m_wedding->folder()));
         main().show();
         QVERIFY(QTest::qWaitForWindowExposed(&main()));
@@ -230,8 +219,8 @@ private slots:
         m_program.stop();
         test::TestWedding lone;
         lone.createDatabase();
-        lone.addInvitation(guest("כפול", "זוג", "1", 1, QVariant()));
-        lone.addInvitation(guest("כפול", "זוג", "2", 1, QVariant()));
+        lone.addInvitation(test::invitation("כפול", "זוג", 2, 1, QVariant(), "1"));
+        lone.addInvitation(test::invitation("כפול", "זוג", 2, 1, QVariant(), "2"));
         QVERIFY(m_program.start(lone.folder()));
         m_prompts.expectQuestion(QStringLiteral("האם למחוק את ההזמנה לכפול זוג?"), PromptAnswer::Yes);
         main().RemoveRecord();

@@ -28,12 +28,6 @@ namespace {
 const QByteArray OnePixelGif = QByteArray::fromHex(
     "47494638396101000100800000ffffff00000021f90401000000002c00000000010001000002024401003b");
 
-QVariantMap guest(const QString& family, const QString& first, int people, const QVariant& table, int confirm = 1)
-{
-    return {{"FAMILY_NAME", family}, {"FIRST_NAME", first}, {"INV_NUM", people}, {"CONFIRM", confirm},
-            {"REMARK", ""}, {"PHONES", ""}, {"LIST_GROUP", "1"}, {"TABLE_NO", table}};
-}
-
 QString ini(const WeddingState& state, const QString& key)
 {
     return ReadIniValue(state.iniFile(), QStringLiteral("TablesMap"), key, QStringLiteral("<none>"));
@@ -73,11 +67,11 @@ private slots:
         m_wedding->state.MaxTables = 20;
         m_wedding->state.MaxChairs = 12;
         SaveOptions(m_wedding->state);
-        m_wedding->addInvitation(guest("כהן", "דנה", 2, 4, 2)); // not coming, still counted
-        m_wedding->addInvitation(guest("לוי", "רון", 3, 4, 0));
-        m_wedding->addInvitation(guest("גבאי", "שי", 9, 7));
-        m_wedding->addInvitation(guest("טל", "אור", 1, QVariant())); // not seated
-        m_wedding->addInvitation(guest("בר", "גיל", 1, 0));          // not seated either
+        m_wedding->addInvitation(test::invitation("כהן", "דנה", 2, 2, 4, QString())); // not coming, still counted
+        m_wedding->addInvitation(test::invitation("לוי", "רון", 3, 0, 4, QString()));
+        m_wedding->addInvitation(test::invitation("גבאי", "שי", 9, 1, 7, QString()));
+        m_wedding->addInvitation(test::invitation("טל", "אור", 1, 1, QVariant(), QString())); // not seated
+        m_wedding->addInvitation(test::invitation("בר", "גיל", 1, 1, 0, QString()));          // not seated either
     }
 
     void cleanup()
@@ -100,7 +94,7 @@ private slots:
 
     void everySeatedInvitationCountsAtItsTable()
     {
-        m_wedding->addInvitation(guest("רחוק", "מאוד", 4, 30)); // above MaxTables: nowhere
+        m_wedding->addInvitation(test::invitation("רחוק", "מאוד", 4, 1, 30, QString())); // above MaxTables: nowhere
         WeddingState& state = m_wedding->state;
         PendingFailure pending;
         QVERIFY(!seating::CountTables(state, pending));

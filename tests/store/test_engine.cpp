@@ -339,24 +339,6 @@ private slots:
         QCOMPARE(db.openRecordset(QStringLiteral("select * from PEOPLE")).recordCount(), 2);
     }
 
-    void readOnlyAndLockedFilesFailWithANumber()
-    {
-        const QString file = path("readonly.mdb");
-        {
-            Database db = peopleDb(file);
-            addPerson(db, QStringLiteral("a"), 1);
-        }
-        QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadUser);
-        if (QFileInfo(file).isWritable())
-            QSKIP("running as a user who can write anything");
-        Database db = Database::open(file);
-        Recordset rs = db.openRecordset(QStringLiteral("select * from PEOPLE"));
-        QCOMPARE(rs.value(QStringLiteral("NAME")).toString(), QStringLiteral("a"));
-        rs.edit();
-        rs.setValue(QStringLiteral("SEATS"), 2);
-        QCOMPARE(failureOf([&] { rs.update(); }), failures::ReadOnly);
-    }
-
     void aFileLockedByAnotherProcessFails()
     {
         const QString file = path("locked.mdb");

@@ -112,44 +112,34 @@ ScriptedPrompts& ScriptedPrompts::expectInput(const QString& prompt, const QStri
     return *this;
 }
 
-ScriptedPrompts& ScriptedPrompts::expectOpenFile(const std::optional<QString>& path)
+ScriptedPrompts& ScriptedPrompts::expectDialog(PromptKind kind, const std::function<void(Step&)>& answer)
 {
     Step step;
-    step.expected = plain(PromptKind::OpenFile);
+    step.expected = plain(kind);
     step.checkDetails = false;
-    step.path = path;
+    answer(step);
     m_script.push_back(step);
     return *this;
+}
+
+ScriptedPrompts& ScriptedPrompts::expectOpenFile(const std::optional<QString>& path)
+{
+    return expectDialog(PromptKind::OpenFile, [&](Step& step) { step.path = path; });
 }
 
 ScriptedPrompts& ScriptedPrompts::expectSaveFile(const std::optional<QString>& path)
 {
-    Step step;
-    step.expected = plain(PromptKind::SaveFile);
-    step.checkDetails = false;
-    step.path = path;
-    m_script.push_back(step);
-    return *this;
+    return expectDialog(PromptKind::SaveFile, [&](Step& step) { step.path = path; });
 }
 
 ScriptedPrompts& ScriptedPrompts::expectColour(const std::optional<QColor>& colour)
 {
-    Step step;
-    step.expected = plain(PromptKind::Colour);
-    step.checkDetails = false;
-    step.colour = colour;
-    m_script.push_back(step);
-    return *this;
+    return expectDialog(PromptKind::Colour, [&](Step& step) { step.colour = colour; });
 }
 
 ScriptedPrompts& ScriptedPrompts::expectPrinter(const std::optional<PrinterRequest>& choice)
 {
-    Step step;
-    step.expected = plain(PromptKind::Printer);
-    step.checkDetails = false;
-    step.printer = choice;
-    m_script.push_back(step);
-    return *this;
+    return expectDialog(PromptKind::Printer, [&](Step& step) { step.printer = choice; });
 }
 
 ScriptedPrompts& ScriptedPrompts::expectBeep()

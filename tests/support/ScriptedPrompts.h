@@ -3,6 +3,7 @@
 #include "app/Prompts.h"
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -68,6 +69,7 @@ private:
     };
 
     std::optional<Step> take(const RecordedPrompt& shown);
+    ScriptedPrompts& expectDialog(PromptKind kind, const std::function<void(Step&)>& answer);
 
     std::deque<Step> m_script;
     std::vector<RecordedPrompt> m_history;

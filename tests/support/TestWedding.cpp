@@ -8,6 +8,13 @@
 
 namespace velmora::test {
 
+QVariantMap invitation(const QString& family, const QString& first, int people, int confirm, const QVariant& table,
+                       const QString& phones, const QString& group)
+{
+    return {{"FAMILY_NAME", family}, {"FIRST_NAME", first}, {"INV_NUM", people}, {"CONFIRM", confirm},
+            {"REMARK", QString()}, {"PHONES", phones}, {"LIST_GROUP", group}, {"TABLE_NO", table}};
+}
+
 TestWedding::TestWedding()
 {
     state.AppPath = AppPathFor(m_dir.path());

@@ -8,6 +8,11 @@
 
 namespace velmora::test {
 
+// One invitation's fields, the plain ones filled so that the list shows it without a word.
+QVariantMap invitation(const QString& family, const QString& first, int people, int confirm,
+                       const QVariant& table = {}, const QString& phones = QStringLiteral("050"),
+                       const QString& group = QStringLiteral("1"));
+
 // A wedding folder of its own for one test: settings file, database and state.
 class TestWedding {
 public:
