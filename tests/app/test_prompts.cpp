@@ -120,23 +120,6 @@ private slots:
         QCOMPARE(direction, Qt::LeftToRight);
     }
 
-    void realQuestionsHonourTheDefaultButton()
-    {
-        ui::QtPrompts prompts;
-        onNextModal([](QWidget* modal) {
-            auto* box = qobject_cast<QMessageBox*>(modal);
-            QCOMPARE(box->defaultButton(), box->button(QMessageBox::No));
-            QVERIFY(box->button(QMessageBox::Yes));
-            box->defaultButton()->click();
-        });
-        QCOMPARE(prompts.question(QStringLiteral("לשמור?"), {}, PromptButtons::YesNo, PromptAnswer::No), PromptAnswer::No);
-
-        onNextModal([](QWidget* modal) {
-            qobject_cast<QMessageBox*>(modal)->button(QMessageBox::Cancel)->click();
-        });
-        QCOMPARE(prompts.question(QStringLiteral("להמשיך?"), {}, PromptButtons::OkCancel, PromptAnswer::Ok), PromptAnswer::Cancel);
-    }
-
     void aCancelledInputBoxGivesTheEmptyAnswer()
     {
         ui::QtPrompts prompts;

@@ -182,20 +182,6 @@ private slots:
         QCOMPARE(values::toDate(QStringLiteral("5/3/2027")), std::optional<QDate>(QDate(2027, 3, 5)));
     }
 
-    void userStoreKeepsValuesUnderVelmora()
-    {
-        QCOMPARE(m_store.read(keys::ColWidth, 3), keys::NoValue);
-        m_store.write(keys::ColWidth, 3, QStringLiteral("1500"));
-        m_store.write(keys::MainLeft, QStringLiteral("1200"));
-        QCOMPARE(UserStore().read(keys::ColWidth, 3), QStringLiteral("1500"));
-        QCOMPARE(m_store.read(keys::MainLeft, QStringLiteral("0")), QStringLiteral("1200"));
-        QCOMPARE(QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).value("TableSettings/ColWidth-3").toString(),
-                 QStringLiteral("1500"));
-        m_store.deleteSection(QStringLiteral("TableSettings"));
-        m_store.deleteSection(QStringLiteral("NoSuchSection"));
-        QCOMPARE(m_store.read(keys::ColWidth, 3), keys::NoValue);
-        QCOMPARE(m_store.read(keys::MainLeft, QStringLiteral("0")), QStringLiteral("1200"));
-    }
 };
 
 VELMORA_TEST_MAIN(WeddingTest)

@@ -395,18 +395,6 @@ private slots:
         QCOMPARE(m_wedding->count(QStringLiteral("select * from VELMORA_LIST")), 5);
     }
 
-    void aLongPasteIsRefusedNotCut()
-    {
-        ui::InvitationDialog& dialog = openAdd();
-        const QString paste = QString(200, QChar(u'ש'));
-        for (QLineEdit* field : {dialog.txtFamilyName, dialog.txtFirstName, dialog.txtPhones, dialog.txtPresent})
-            field->setText(paste);
-        dialog.txtAddress->setPlainText(paste);
-        dialog.txtRemark->setPlainText(paste);
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("השדות שם משפחה\\פרטי מוגבלים לגודל של 20 תווים."));
-        dialog.cmdOK->click();
-        QCOMPARE(dialog.txtAddress->toPlainText(), paste);
-    }
 };
 
 VELMORA_TEST_MAIN(InvitationTest)

@@ -81,22 +81,6 @@ private slots:
         QCOMPARE(db.tableDef(1).name(), BudgetTable);
     }
 
-    void theLayoutIsTheWeddingsLayout()
-    {
-        const auto& fields = listFields();
-        QCOMPARE(int(fields.size()), 13);
-        // Zero-length text is allowed just where free text may be cleared.
-        QStringList zeroLength;
-        for (const FieldDef& field : fields) {
-            if (field.type == FieldType::Text && field.allowZeroLength)
-                zeroLength << field.name;
-        }
-        QCOMPARE(zeroLength, QStringList({"REMARK", "PHONES", "ADDRESS", "PRESENT"}));
-        QCOMPARE(int(budgetBranches().size()), 30);
-        QCOMPARE(budgetBranches()[11].label, QStringLiteral("אולם / גן אירועים"));
-        QCOMPARE(budgetBranches()[24].field, QStringLiteral("B_SOUCENIR_GIFT"));
-    }
-
     void rowsOfTheNewFileFollowTheRules()
     {
         QTemporaryDir dir;

@@ -8,23 +8,8 @@ namespace {
 
 const char* kindName(PromptKind kind)
 {
-    switch (kind) {
-    case PromptKind::Message:
-        return "message";
-    case PromptKind::Input:
-        return "input";
-    case PromptKind::OpenFile:
-        return "open-file";
-    case PromptKind::SaveFile:
-        return "save-file";
-    case PromptKind::Colour:
-        return "colour";
-    case PromptKind::Printer:
-        return "printer";
-    case PromptKind::Beep:
-        return "beep";
-    }
-    return "?";
+    static const char* const names[] = {"message", "input", "open-file", "save-file", "colour", "printer", "beep"};
+    return names[int(kind)];
 }
 
 void failTest(const QString& message)
