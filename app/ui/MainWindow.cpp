@@ -1,5 +1,6 @@
 #include "app/ui/MainWindow.h"
 
+#include "app/PendingFailure.h"
 #include "app/Prompts.h"
 #include "app/Twips.h"
 #include "app/Wedding.h"
@@ -697,21 +698,31 @@ void MainWindow::ResizeForm()
         return;
     const int dw = pixelsToTwips(width() - m_designedSize.width());
     const int dh = pixelsToTwips(height() - m_designedSize.height());
+    // A control's designed place from its tag; a part that is missing counts 0, a part
+    // that isn't a number stops the layout where it got.
     auto designed = [](QWidget* control) {
         std::array<int, 4> place{};
         const QStringList parts = control->property("tag").toString().split(u' ');
-        for (size_t i = 0; i < place.size(); ++i)
-            place[i] = qsizetype(i) < parts.size() ? parts[qsizetype(i)].toInt() : 0;
+        for (size_t i = 0; i < place.size() && qsizetype(i) < parts.size(); ++i) {
+            bool ok = parts[qsizetype(i)].isEmpty();
+            place[i] = ok ? 0 : parts[qsizetype(i)].toInt(&ok);
+            if (!ok)
+                throw Failure(13, QStringLiteral("אי התאמה בסוג הנתונים."));
+        }
         return place;
     };
-    const auto grid = designed(m_grid);
-    m_grid->setGeometry(twipsRect(grid[0], grid[1] - ToolbarHeight, grid[2] + dw, grid[3] + dh));
-    for (QWidget* control : {static_cast<QWidget*>(m_lblSelUserGroups), static_cast<QWidget*>(m_cmbUserGroups)}) {
-        const auto place = designed(control);
-        control->setGeometry(twipsRect(place[0] + dw, place[1] - ToolbarHeight, place[2], place[3]));
-    }
-    const auto list = designed(m_lblList);
-    m_lblList->setGeometry(twipsRect(list[0], list[1] - ToolbarHeight, list[2] + dw, list[3]));
+    PendingFailure pending;
+    pending.attempt([&] {
+        const auto grid = designed(m_grid);
+        m_grid->setGeometry(twipsRect(grid[0], grid[1] - ToolbarHeight, grid[2] + dw, grid[3] + dh));
+        for (QWidget* control : {static_cast<QWidget*>(m_lblSelUserGroups), static_cast<QWidget*>(m_cmbUserGroups)}) {
+            const auto place = designed(control);
+            control->setGeometry(twipsRect(place[0] + dw, place[1] - ToolbarHeight, place[2], place[3]));
+        }
+        const auto list = designed(m_lblList);
+        m_lblList->setGeometry(twipsRect(list[0], list[1] - ToolbarHeight, list[2] + dw, list[3]));
+    });
+    pending.report(m_prompts);
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event)

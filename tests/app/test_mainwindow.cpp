@@ -140,6 +140,12 @@ private slots:
         main.setWindowState(Qt::WindowNoState);
         main.ResizeForm();
         QCOMPARE(main.grid()->geometry(), before);
+
+        // A designed place that doesn't read is told once, and the layout stops there.
+        main.grid()->setProperty("tag", QStringLiteral("120 x 11535 4455 "));
+        m_prompts.expectMessage(PromptIcon::Warning, QStringLiteral("אי התאמה בסוג הנתונים."));
+        main.ResizeForm();
+        QCOMPARE(main.grid()->geometry(), before);
     }
 
     void thePlacementAndTheColumnsSurviveARestart()

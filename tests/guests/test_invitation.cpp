@@ -395,6 +395,40 @@ private slots:
         QCOMPARE(m_wedding->count(QStringLiteral("select * from VELMORA_LIST")), 5);
     }
 
+
+    void aLongPasteIsRefusedNotCut()
+    {
+        ui::InvitationDialog& dialog = openAdd();
+        const QString paste = QString(200, QChar(u'ש'));
+        for (QLineEdit* field : {dialog.txtFamilyName, dialog.txtFirstName, dialog.txtPhones, dialog.txtPresent})
+            field->setText(paste);
+        dialog.txtAddress->setPlainText(paste);
+        dialog.txtRemark->setPlainText(paste);
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("השדות שם משפחה\\פרטי מוגבלים לגודל של 20 תווים."));
+        dialog.cmdOK->click();
+        QCOMPARE(dialog.txtAddress->toPlainText(), paste);
+    }
+
+    void groupsByPositionOnceTheOptionsWereApplied()
+    {
+        m_program.stop();
+        WeddingState& s = m_wedding->state;
+        s.NumOfGroups = 5;
+        s.UserGroups = {s.CoupleName, s.HisFamily, s.HerFamily, QStringLiteral("חברים"), QStringLiteral("עבודה")};
+        SaveOptions(s);
+        m_wedding->addInvitation(test::invitation("אדלר", "נועם", 2, 1, QVariant(), "050", "5"));
+        QVERIFY(m_program.start(m_wedding->folder()));
+        ui::InvitationDialog& dialog = openAdd();
+        QCOMPARE(dialog.cmbGroup->count(), 5);
+        dialog.setForm(named(QStringLiteral("ברק"), QStringLiteral("גל")));
+        dialog.cmbGroup->setCurrentText(QStringLiteral("חברים"));
+        dialog.cmdOK->click();
+        QCOMPARE(row(QStringLiteral("ברק"), QStringLiteral("גל")).value(QStringLiteral("LIST_GROUP")).toString(),
+                 QStringLiteral("4"));
+        ui::InvitationDialog& update = openUpdate(5, 5, QStringLiteral("האם לעדכן את ההזמנה לאדלר נועם?"));
+        QCOMPARE(update.cmbGroup->currentText(), QStringLiteral("עבודה"));
+        update.cmdCancel->click();
+    }
 };
 
 VELMORA_TEST_MAIN(InvitationTest)
