@@ -10,6 +10,7 @@
 #include "app/ui/Startup.h"
 #include "guests/GuestList.h"
 #include "guests/GuestListModel.h"
+#include "seating/ui/TableMapWindow.h"
 
 #include <QApplication>
 #include <QDir>
@@ -55,12 +56,19 @@ int main(int argc, char** argv)
     seed.HerFamily = QStringLiteral("משפחת לוי");
     SaveOptions(seed);
     bench::makeWedding(seed.databaseFile(), 1000);
-    const double start = bench::medianMs(7, [&] {
+    std::vector<double> starts;
+    for (int round = 0; round < 7; ++round) {
         WeddingState state;
+        QElapsedTimer timer;
+        timer.start();
         auto windows = ui::Main(state, prompts, dir.path());
         QApplication::processEvents();
+        starts.push_back(double(timer.nsecsElapsed()) / 1e6);
+        windows->tableMap->SaveTablePositions(); // nothing to ask at the close
         windows->main->close();
-    });
+    }
+    std::sort(starts.begin(), starts.end());
+    const double start = starts[starts.size() / 2];
     std::printf("start to main window shown, 1,000 invitations: %7.2f ms  (aim: <= 400 ms)\n", start);
     return slow ? 1 : 0;
 }
