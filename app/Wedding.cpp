@@ -1,5 +1,6 @@
 #include "app/Wedding.h"
 
+#include "app/IniFile.h"
 #include "app/Settings.h"
 #include "app/WeddingState.h"
 
@@ -19,18 +20,23 @@ quint8 byteValue(int value, quint8 fallback)
 
 void SaveOptions(const WeddingState& state)
 {
-    const SettingsFile ini(state.iniFile());
-    ini.setText(keys::Couple, state.CoupleName);
-    ini.setText(keys::HisFamily, state.HisFamily);
-    ini.setText(keys::HerFamily, state.HerFamily);
-    ini.setNumber(keys::NumOfGroups, state.NumOfGroups);
-    ini.setNumber(keys::MaxTables, state.MaxTables);
-    ini.setNumber(keys::MaxChairs, state.MaxChairs);
-    ini.setDate(keys::WeddingDate, state.WeddingDate);
+    // One write of the file for each section, in the order of the keys.
+    const QString file = state.iniFile();
+    WriteIniValues(file, keys::Couple.section,
+                   {{keys::Couple.name, state.CoupleName},
+                    {keys::HisFamily.name, state.HisFamily},
+                    {keys::HerFamily.name, state.HerFamily},
+                    {keys::NumOfGroups.name, QString::number(state.NumOfGroups)},
+                    {keys::MaxTables.name, QString::number(state.MaxTables)},
+                    {keys::MaxChairs.name, QString::number(state.MaxChairs)},
+                    {keys::WeddingDate.name, values::fromDate(state.WeddingDate)}});
     // Cleared first, so that a group taken out leaves no key behind.
-    ini.clearSection(keys::Group.section);
+    ClearIniSection(file, keys::Group.section);
+    QList<std::pair<QString, QString>> groups;
     for (int position = 0; position < state.NumOfGroups; ++position)
-        ini.setText(keys::Group, position, state.UserGroups.value(position));
+        groups.append({keys::Group.nameFor(position), state.UserGroups.value(position)});
+    if (!groups.isEmpty())
+        WriteIniValues(file, keys::Group.section, groups);
 }
 
 bool FileExists(const QString& path)

@@ -245,10 +245,7 @@ bool InvitationDialog::UpdateRecord()
         return true;
     }
     PendingFailure pending;
-    pending.attempt([&] {
-        m_db = store::Database::open(m_state.databaseFile());
-        m_rs = m_db.openRecordset(QStringLiteral("select * from VELMORA_LIST"));
-    });
+    openList(m_db, m_rs, pending);
     if (m_rs.isOpen() && m_rs.recordCount() == 0) {
         m_prompts.message(EmptyList);
         releaseRow();
@@ -387,10 +384,7 @@ bool InvitationDialog::AddRecord()
     PendingFailure pending;
     store::Database db;
     store::Recordset rs;
-    pending.attempt([&] {
-        db = store::Database::open(m_state.databaseFile());
-        rs = db.openRecordset(QStringLiteral("select * from VELMORA_LIST"));
-    });
+    openList(db, rs, pending);
     const int groupIndex = guests::GroupIndex(m_state, f.group);
     bool duplicate = false;
     pending.attempt([&] {
@@ -441,10 +435,7 @@ bool InvitationDialog::updateMany(bool sent)
     PendingFailure pending;
     store::Database db;
     store::Recordset rs;
-    pending.attempt([&] {
-        db = store::Database::open(m_state.databaseFile());
-        rs = db.openRecordset(QStringLiteral("select * from VELMORA_LIST"));
-    });
+    openList(db, rs, pending);
     for (const auto& [family, first] : m_pairs) {
         if (!rs.isOpen() || rs.eof()) {
             m_prompts.message(EmptyList);
@@ -471,6 +462,14 @@ void InvitationDialog::finishUpdate()
     m_multi = false;
     m_host.refreshList();
     m_host.restoreGridPosition();
+}
+
+void InvitationDialog::openList(store::Database& db, store::Recordset& rs, PendingFailure& pending) const
+{
+    pending.attempt([&] {
+        db = store::Database::open(m_state.databaseFile());
+        rs = db.openRecordset(QStringLiteral("select * from VELMORA_LIST"));
+    });
 }
 
 void InvitationDialog::releaseRow()

@@ -20,6 +20,7 @@ class QRadioButton;
 class QTabWidget;
 
 namespace velmora {
+class PendingFailure;
 class Prompts;
 struct WeddingState;
 }
@@ -99,6 +100,8 @@ private:
     void presentOptionChanged();
     void cancel();
     void releaseRow();
+    // The whole list, unfiltered and unsorted, as every search for a row opens it.
+    void openList(store::Database& db, store::Recordset& rs, PendingFailure& pending) const;
 
     WeddingState& m_state;
     Prompts& m_prompts;
