@@ -13,23 +13,11 @@
 #include <QAction>
 #include <QComboBox>
 #include <QLabel>
-#include <QSettings>
 #include <QTableView>
 
 using namespace velmora;
 
 namespace {
-
-// A wedding with a few invitations, its settings in place.
-void prepare(test::TestWedding& wedding)
-{
-    wedding.createDatabase();
-    wedding.addInvitation({{"FAMILY_NAME", "כהן"}, {"FIRST_NAME", "דנה"}, {"INV_NUM", 2}, {"CONFIRM", 1},
-                           {"REMARK", ""}, {"PHONES", "050"}, {"LIST_GROUP", "1"}});
-    wedding.addInvitation({{"FAMILY_NAME", "לוי"}, {"FIRST_NAME", "רון"}, {"INV_NUM", 1}, {"CONFIRM", 0},
-                           {"REMARK", ""}, {"PHONES", ""}, {"LIST_GROUP", "2"}});
-    SaveOptions(wedding.state);
-}
 
 QRect designed(int left, int top, int width, int height)
 {
@@ -57,9 +45,10 @@ private:
 private slots:
     void init()
     {
-        QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
         m_wedding = std::make_unique<test::TestWedding>();
-        prepare(*m_wedding);
+        m_wedding->createWedding(100);
+        m_wedding->addInvitation(test::invitation("כהן", "דנה", 2, 1));
+        m_wedding->addInvitation(test::invitation("לוי", "רון", 1, 0, {}, QString(), QStringLiteral("2")));
     }
 
     void cleanup()

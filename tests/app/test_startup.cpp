@@ -15,7 +15,6 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QSettings>
 #include <QTableView>
 
 using namespace velmora;
@@ -28,7 +27,7 @@ class StartupTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear(); }
+    void init() { test::clearUserStore(); }
 
     void aFirstStartInAnEmptyFolder()
     {

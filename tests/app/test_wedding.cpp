@@ -1,4 +1,5 @@
 #include "TestMain.h"
+#include "TestWedding.h"
 
 #include "app/IniFile.h"
 #include "app/Settings.h"
@@ -31,7 +32,7 @@ private slots:
         m_state = WeddingState();
         m_state.AppPath = AppPathFor(m_dir.path());
         QFile::remove(m_state.iniFile());
-        QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
+        test::clearUserStore();
     }
 
     void appPathEndsInExactlyOneSeparator()

@@ -15,7 +15,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSettings>
 #include <QTabWidget>
 #include <QTableView>
 
@@ -70,23 +69,13 @@ private:
         return *m_program.main().invitationDialog();
     }
 
-    store::Recordset row(const QString& family, const QString& first)
-    {
-        store::Database db = m_wedding->open();
-        return db.openRecordset(QStringLiteral("select * from VELMORA_LIST where FAMILY_NAME = '%1' and FIRST_NAME = '%2'")
-                                    .arg(QString(family).replace(u'\'', QStringLiteral("''")),
-                                         QString(first).replace(u'\'', QStringLiteral("''"))));
-    }
+    store::Recordset row(const QString& family, const QString& first) { return m_wedding->row(family, first); }
 
 private slots:
     void init()
     {
-        QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
         m_wedding = std::make_unique<test::TestWedding>();
-        m_wedding->createDatabase();
-        m_wedding->state.MaxTables = 20;
-        m_wedding->state.MaxChairs = 15;
-        SaveOptions(m_wedding->state);
+        m_wedding->createWedding(20, 15);
         m_wedding->addInvitation(test::invitation("כהן", "דנה", 12, 1, 4));
         m_wedding->addInvitation(test::invitation("לוי", "רון", 3, 1, 4));
         m_wedding->addInvitation(test::invitation("גבאי", "שי", 13, 1, 5));

@@ -17,7 +17,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QSettings>
 #include <QTabWidget>
 
 using namespace velmora;
@@ -58,7 +57,7 @@ private:
 private slots:
     void init()
     {
-        QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
+        test::clearUserStore();
         m_wedding = std::make_unique<test::TestWedding>();
         m_wedding->state.MaxTables = 20;
         m_wedding->state.MaxChairs = 12;

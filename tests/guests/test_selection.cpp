@@ -11,7 +11,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
-#include <QSettings>
 #include <QTableView>
 
 using namespace velmora;
@@ -62,11 +61,8 @@ private:
 private slots:
     void init()
     {
-        QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
         m_wedding = std::make_unique<test::TestWedding>();
-        m_wedding->createDatabase();
-        m_wedding->state.MaxTables = 10;
-        SaveOptions(m_wedding->state);
+        m_wedding->createWedding(10);
         m_wedding->addInvitation(test::invitation("כהן", "דנה", 2, 1, 1, "050"));
         m_wedding->addInvitation(test::invitation("אבן", "רון", 2, 0, 1, ""));
         m_wedding->addInvitation(test::invitation("ד'אמיקו", "שירה", 2, 2, QVariant(), "052", "2"));

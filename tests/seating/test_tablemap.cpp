@@ -16,7 +16,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QSettings>
 #include <QTableView>
 #include <QTreeWidget>
 
@@ -61,12 +60,8 @@ private:
 private slots:
     void init()
     {
-        QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
         m_wedding = std::make_unique<test::TestWedding>();
-        m_wedding->createDatabase();
-        m_wedding->state.MaxTables = 20;
-        m_wedding->state.MaxChairs = 12;
-        SaveOptions(m_wedding->state);
+        m_wedding->createWedding(20, 12);
         m_wedding->addInvitation(test::invitation("כהן", "דנה", 2, 2, 4, QString())); // not coming, still counted
         m_wedding->addInvitation(test::invitation("לוי", "רון", 3, 0, 4, QString()));
         m_wedding->addInvitation(test::invitation("גבאי", "שי", 9, 1, 7, QString()));

@@ -2,11 +2,18 @@
 
 #include "app/PendingFailure.h"
 #include "app/Wedding.h"
+#include "guests/Removal.h"
 #include "store/Schema.h"
 
+#include <QSettings>
 #include <QTest>
 
 namespace velmora::test {
+
+void clearUserStore()
+{
+    QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
+}
 
 QVariantMap invitation(const QString& family, const QString& first, int people, int confirm, const QVariant& table,
                        const QString& phones, const QString& group)
@@ -47,6 +54,20 @@ void TestWedding::addInvitation(const QVariantMap& fields)
     for (auto it = fields.begin(); it != fields.end(); ++it)
         rs.setValue(it.key(), it.value());
     rs.update();
+}
+
+void TestWedding::createWedding(quint8 maxTables, quint8 maxChairs)
+{
+    clearUserStore();
+    createDatabase();
+    state.MaxTables = maxTables;
+    state.MaxChairs = maxChairs;
+    SaveOptions(state);
+}
+
+store::Recordset TestWedding::row(const QString& family, const QString& first) const
+{
+    return open().openRecordset(guests::PairSql(family, first));
 }
 
 store::Database TestWedding::open() const

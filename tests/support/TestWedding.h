@@ -8,6 +8,9 @@
 
 namespace velmora::test {
 
+// Each test starts with nothing of its own in the per-user store.
+void clearUserStore();
+
 // One invitation's fields, the plain ones filled so that the list shows it without a word.
 QVariantMap invitation(const QString& family, const QString& first, int people, int confirm,
                        const QVariant& table = {}, const QString& phones = QStringLiteral("050"),
@@ -23,10 +26,14 @@ public:
 
     // Velmora.mdb with both tables, as a new wedding has it.
     void createDatabase();
+    // A fresh per-user store, the database, and the settings file with these limits.
+    void createWedding(quint8 maxTables, quint8 maxChairs = 15);
     // One invitation; fields not given stay Null (CONFIRM defaults to 0, names to "x").
     void addInvitation(const QVariantMap& fields);
     store::Database open() const;
     int count(const QString& sql) const;
+    // The rows of one name pair, as the program looks them up.
+    store::Recordset row(const QString& family, const QString& first) const;
 
 private:
     QTemporaryDir m_dir;
