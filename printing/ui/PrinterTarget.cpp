@@ -1,0 +1,21 @@
+#include "printing/ui/PrinterTarget.h"
+
+namespace velmora::ui {
+
+std::unique_ptr<QPrinter> printerFor(const PrinterRequest& choice)
+{
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    if (!choice.outputFile.isEmpty()) {
+        printer->setOutputFormat(QPrinter::PdfFormat);
+        printer->setOutputFileName(choice.outputFile);
+    } else if (!choice.printerName.isEmpty()) {
+        printer->setPrinterName(choice.printerName);
+    }
+    printer->setCopyCount(choice.copies);
+    printer->setPageOrientation(choice.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
+    if (choice.fromPage > 0)
+        printer->setFromTo(choice.fromPage, choice.toPage);
+    return printer;
+}
+
+} // namespace velmora::ui
