@@ -2,6 +2,7 @@
 
 #include "app/TextDirection.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QLabel>
 
@@ -21,6 +22,11 @@ void setHebrewText(QLabel* label, const QString& text)
 void setHebrewText(QAction* action, const QString& text)
 {
     action->setText(hebrewParagraph(text));
+}
+
+void setHebrewText(QAbstractButton* button, const QString& text)
+{
+    button->setText(hebrewParagraph(text));
 }
 
 void setHebrewTitle(QWidget* window, const QString& text)

@@ -52,10 +52,10 @@ private slots:
         script(prompts);
     }
 
-    // Texts kept with their closing mark or a number first read from the right, as do
-    // texts that begin in Hebrew, wherever they are shown: a message box line by line, an
-    // input box, a label, a menu entry, a window's title. Each line gives the character a
-    // user sees at its left, then the one at its right.
+    // Texts kept with their closing mark or a number first read from the right, as do texts
+    // that begin in Hebrew, wherever they are shown: a message box line by line, an input box,
+    // a label, a button, a menu entry, a window's title. Each line gives the character a user
+    // sees at its left, then the one at its right.
     void everyLineReadsFromItsRightEnd_data()
     {
         QTest::addColumn<QString>("text");
@@ -101,6 +101,9 @@ private slots:
         QLabel label;
         ui::setHebrewText(&label, text);
         QCOMPARE(test::lineEnds(label.text(), label.layoutDirection(), label.font()), ends);
+        QPushButton button;
+        ui::setHebrewText(&button, text);
+        QCOMPARE(test::lineEnds(button.text(), button.layoutDirection(), button.font()), ends);
         QMenu menu;
         ui::setHebrewText(menu.addAction(QString()), text);
         QCOMPARE(test::lineEnds(menu.actions().front()->text(), menu.layoutDirection()), ends);
