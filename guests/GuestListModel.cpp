@@ -7,7 +7,8 @@
 namespace velmora::guests {
 
 namespace {
-constexpr Qt::Alignment Right = Qt::AlignRight | Qt::AlignVCenter;
+// Absolute: in the right-to-left grid a plain AlignRight would be drawn at the left.
+constexpr Qt::Alignment Right = Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter;
 constexpr Qt::Alignment Centre = Qt::AlignCenter;
 } // namespace
 

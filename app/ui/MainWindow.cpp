@@ -5,6 +5,7 @@
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
+#include "app/ui/HebrewText.h"
 #include "guests/Removal.h"
 #include "guests/ui/OptionsWindow.h"
 #include "seating/TableIcons.h"
@@ -435,10 +436,11 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 void MainWindow::buildMenus()
 {
     for (const MenuDef& def : menuBarDefinition()) {
-        QMenu* menu = menuBar()->addMenu(QString::fromUtf8(def.caption));
+        QMenu* menu = menuBar()->addMenu(hebrewParagraph(QString::fromUtf8(def.caption)));
         menu->setObjectName(QString::fromLatin1(def.name));
         for (const MenuEntry& entry : def.entries) {
-            QAction* act = entry.caption ? menu->addAction(QString::fromUtf8(entry.caption)) : menu->addSeparator();
+            QAction* act =
+                entry.caption ? menu->addAction(hebrewParagraph(QString::fromUtf8(entry.caption))) : menu->addSeparator();
             act->setObjectName(QString::fromLatin1(entry.name));
         }
     }
@@ -450,14 +452,14 @@ void MainWindow::buildMenus()
                                         std::pair{"popUpdate", "עדכן פרטי הזמנה ברשימה"},
                                         std::pair{"popDelete", "הסר הזמנה מרשימה"},
                                         std::pair{"popShowTablesMap", "הצג מפת שולחנות..."}}) {
-        auto* act = new QAction(QString::fromUtf8(caption), this);
+        auto* act = new QAction(hebrewParagraph(QString::fromUtf8(caption)), this);
         act->setObjectName(QString::fromLatin1(name));
     }
     action(QStringLiteral("popShowTablesMap"))->setCheckable(true);
     for (const auto& [name, caption] : {std::pair{"popIgnoreCnfNotOk", "הסתר מוזמנים שלא מגיעים וודאית"},
                                         std::pair{"popIgnoreNotCnf", "הסתר מוזמנים שלא אישרו עדיין"},
-                                        std::pair{"popOptions", "...הגדרות"}, std::pair{"popHelp", "עזרה..."}}) {
-        auto* act = new QAction(QString::fromUtf8(caption), this);
+                                        std::pair{"popOptions", "...הגדרות"}, std::pair{"popHelp", "...עזרה"}}) {
+        auto* act = new QAction(hebrewParagraph(QString::fromUtf8(caption)), this);
         act->setObjectName(QString::fromLatin1(name));
     }
     action(QStringLiteral("popIgnoreCnfNotOk"))->setCheckable(true);
@@ -518,8 +520,9 @@ void MainWindow::buildControls()
     m_lblWeddingCount->setStyleSheet(QStringLiteral("color: rgb(255, 224, 192);"));
     setDesigned(m_lblWeddingCount, 240, 840, 3615, 255);
 
-    m_lblSelUserGroups = new QLabel(QStringLiteral(":קבוצת מוזמנים להצגה"), m_client);
+    m_lblSelUserGroups = new QLabel(m_client);
     m_lblSelUserGroups->setObjectName(QStringLiteral("LblSelUserGroups"));
+    setHebrewText(m_lblSelUserGroups, QStringLiteral(":קבוצת מוזמנים להצגה"));
     setDesigned(m_lblSelUserGroups, 9720, 840, 1935, 255);
 
     m_lblList = new QLabel(m_client);
@@ -532,7 +535,7 @@ void MainWindow::buildControls()
     m_cmbUserGroups = new QComboBox(m_client);
     m_cmbUserGroups->setObjectName(QStringLiteral("cmbUserGroups"));
     m_cmbUserGroups->setToolTip(QStringLiteral("סיווג האורח על-פי קבוצת שייכות"));
-    m_cmbUserGroups->setAccessibleName(m_lblSelUserGroups->text());
+    m_lblSelUserGroups->setBuddy(m_cmbUserGroups); // what a screen reader names the box by
     setDesigned(m_cmbUserGroups, 9480, 1080, 2175, 315);
     m_lblList->lower();
 
@@ -562,20 +565,22 @@ void MainWindow::buildStatusBar()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     static const std::array<int, 7> widths = {800, 1400, 2200, 1900, 1900, 1600, 400};
-    static const std::array<const char*, 7> names = {"תאריך", "מתנות", "לא מגיעים", "ממתינים לאישור", "מגיעים",
-                                                     "מספר ההזמנות", "הגדרות"};
+    static const std::array<const char*, 7> titles = {"תאריך", "מתנות", "לא מגיעים", "ממתינים לאישור", "מגיעים",
+                                                      "מספר ההזמנות", "הגדרות"};
     for (size_t i = 0; i < m_panels.size(); ++i) {
         auto* label = new QLabel(panels);
         label->setObjectName(QStringLiteral("stbPanel%1").arg(i + 1));
-        label->setAccessibleName(QString::fromUtf8(names[i]));
+        // A screen reader hears the panel's text, title and value alike; a name would hide it.
+        label->setAccessibleDescription(QString::fromUtf8(titles[i]));
         label->setFrameShape(QFrame::StyledPanel);
         label->setFrameShadow(QFrame::Sunken);
         label->setFixedWidth(twipsToPixels(widths[i]));
-        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        label->setAlignment(Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
         layout->addWidget(label);
         m_panels[i] = label;
     }
     m_panels[6]->setPixmap(style()->standardIcon(QStyle::SP_ComputerIcon).pixmap(12, 12));
+    m_panels[6]->setAccessibleName(m_panels[6]->accessibleDescription()); // a picture without text
     layout->addStretch(1);
     bar->addWidget(panels, 1);
     bar->setFixedHeight(twipsToPixels(StatusHeight) + 6);

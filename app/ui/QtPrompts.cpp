@@ -1,5 +1,7 @@
 #include "app/ui/QtPrompts.h"
 
+#include "app/ui/HebrewText.h"
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QDir>
@@ -15,15 +17,7 @@ namespace {
 
 QString caption(const QString& title)
 {
-    return title.isEmpty() ? DefaultCaption : title;
-}
-
-// CrLf joins the lines of messages; a bare CR would show as a box glyph here.
-QString displayed(QString text)
-{
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    text.replace(u'\r', u'\n');
-    return text;
+    return hebrewParagraph(title.isEmpty() ? DefaultCaption : title);
 }
 
 QMessageBox::StandardButton standard(PromptAnswer answer)
@@ -57,7 +51,10 @@ PromptAnswer QtPrompts::show(const MessageRequest& request)
     QMessageBox box(m_parent);
     box.setLayoutDirection(request.leftToRight ? Qt::LeftToRight : Qt::RightToLeft);
     box.setWindowTitle(caption(request.title));
-    box.setText(displayed(request.text));
+    // Plain text, one paragraph per line, each in its own direction: a screen reader
+    // hears the text itself, not markup.
+    box.setTextFormat(Qt::PlainText);
+    box.setText(hebrewParagraph(request.text));
     switch (request.icon) {
     case PromptIcon::None:
         box.setIcon(QMessageBox::NoIcon);
@@ -109,7 +106,7 @@ QString QtPrompts::inputBox(const InputRequest& request)
     QInputDialog dialog(m_parent);
     dialog.setLayoutDirection(Qt::RightToLeft);
     dialog.setWindowTitle(caption(request.title));
-    dialog.setLabelText(displayed(request.prompt));
+    dialog.setLabelText(hebrewParagraph(request.prompt));
     dialog.setTextValue(request.defaultAnswer);
     return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
 }

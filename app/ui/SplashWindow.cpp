@@ -11,11 +11,16 @@
 
 namespace velmora::ui {
 
+namespace {
+const QString Subtitle = QStringLiteral("מתכננים חתונה");
+}
+
 SplashWindow::SplashWindow(QWidget* parent)
     : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint)
 {
     setObjectName(QStringLiteral("frmSplash"));
     setAccessibleName(QStringLiteral("מסך פתיחה"));
+    setAccessibleDescription(product::Title + u'\n' + Subtitle); // painted, so told here
     setFixedSize(twipsToPixels(10050), twipsToPixels(3840));
     if (const QScreen* screen = QGuiApplication::primaryScreen())
         move(screen->availableGeometry().center() - rect().center());
@@ -34,7 +39,6 @@ SplashWindow::SplashWindow(QWidget* parent)
     lblVersion->setLayoutDirection(Qt::LeftToRight);
     lblVersion->setStyleSheet(QStringLiteral("color: rgb(255, 224, 192);"));
     lblVersion->setText(QStringLiteral("Version ") + product::version());
-    lblVersion->setAccessibleName(lblVersion->text());
 }
 
 void SplashWindow::paintEvent(QPaintEvent*)
@@ -55,8 +59,7 @@ void SplashWindow::paintEvent(QPaintEvent*)
     QFont subtitle(QStringLiteral("Arial"), 14);
     painter.setFont(subtitle);
     painter.setPen(QColor(255, 224, 192));
-    painter.drawText(QRect(0, twipsToPixels(1650), width(), twipsToPixels(500)), Qt::AlignCenter,
-                     QStringLiteral("מתכננים חתונה"));
+    painter.drawText(QRect(0, twipsToPixels(1650), width(), twipsToPixels(500)), Qt::AlignCenter, Subtitle);
 }
 
 void SplashWindow::keyPressEvent(QKeyEvent* event)

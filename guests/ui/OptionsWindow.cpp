@@ -3,6 +3,7 @@
 #include "app/PendingFailure.h"
 #include "app/Prompts.h"
 #include "app/WeddingState.h"
+#include "app/ui/HebrewText.h"
 
 #include <QDateEdit>
 #include <QFormLayout>
@@ -88,8 +89,8 @@ void OptionsWindow::build()
     auto* generalForm = new QFormLayout(general);
     txtMaxTable = field(general, "txtMaxTable", QStringLiteral(":כמות מקסימלית של שולחנות"));
     txtMaxChairs = field(general, "txtMaxChairs", QStringLiteral(":כמות מקסימלית של  כסאות בשולחן"));
-    generalForm->addRow(QStringLiteral(":כמות מקסימלית של שולחנות"), txtMaxTable);
-    generalForm->addRow(QStringLiteral(":כמות מקסימלית של  כסאות בשולחן"), txtMaxChairs);
+    generalForm->addRow(hebrewParagraph(txtMaxTable->accessibleName()), txtMaxTable);
+    generalForm->addRow(hebrewParagraph(txtMaxChairs->accessibleName()), txtMaxChairs);
     SSTab1->addTab(general, QStringLiteral("הגדרות כלליות"));
 
     auto* buttons = new QHBoxLayout;

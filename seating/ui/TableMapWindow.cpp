@@ -7,6 +7,7 @@
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
+#include "app/ui/HebrewText.h"
 #include "seating/TableIcons.h"
 #include "seating/TableMap.h"
 #include "seating/ui/TableWindow.h"
@@ -284,7 +285,7 @@ TableMapWindow::TableMapWindow(WeddingState& state, Prompts& prompts, QWidget* p
                                         std::pair{"popSetDefaultMap", "אפס סידור שולחנות"},
                                         std::pair{"popPrintMap", "...הדפס מפת שולחנות"}, std::pair{"pop2", ""},
                                         std::pair{"popTableMap", "מפת שולחנות"}, std::pair{"popDetailed", "רשימה מפורטת"}}) {
-        QAction* act = *caption ? m_popup->addAction(QString::fromUtf8(caption)) : m_popup->addSeparator();
+        QAction* act = *caption ? m_popup->addAction(hebrewParagraph(QString::fromUtf8(caption))) : m_popup->addSeparator();
         act->setObjectName(QString::fromLatin1(name));
     }
     popupAction(QStringLiteral("popTableMap"))->setCheckable(true);

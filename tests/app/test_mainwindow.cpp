@@ -1,5 +1,6 @@
 #include "Modal.h"
 #include "RunningProgram.h"
+#include "ShownText.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
@@ -10,9 +11,15 @@
 #include "app/ui/Startup.h"
 #include "seating/ui/TableMapWindow.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QComboBox>
+#include <QDialog>
+#include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
 #include <QTableView>
 
 using namespace velmora;
@@ -22,6 +29,18 @@ namespace {
 QRect designed(int left, int top, int width, int height)
 {
     return twipsRect(left, top - 810, width, height); // the toolbar stands above the client area
+}
+
+QAccessibleInterface* reader(QObject* control)
+{
+    return QAccessible::queryAccessibleInterface(control);
+}
+
+// What a screen reader announces as a field's label: the label it is a buddy of, else its name.
+QString labelOf(QWidget* field)
+{
+    const auto labels = reader(field)->relations(QAccessible::Label);
+    return labels.isEmpty() ? reader(field)->text(QAccessible::Name) : labels.front().first->text(QAccessible::Name);
 }
 
 } // namespace
@@ -57,27 +76,6 @@ private slots:
         m_prompts.verifyDone();
     }
 
-    void theLoadLeavesEverythingInPlace()
-    {
-        ui::MainWindow& main = start();
-        QCOMPARE(m_state.CrLf, QStringLiteral("\r\n"));
-        QCOMPARE(m_state.AllGuests, QStringLiteral("כל האורחים"));
-        QCOMPARE(m_state.CurGroup, m_state.AllGuests);
-        QVERIFY(m_state.DialerFree && !m_state.DialPending);
-        QCOMPARE(m_state.InvMode, quint8(1));
-        QCOMPARE(m_state.TableViewMode, quint8(1)); // the map was set up after the list
-        QCOMPARE(main.helpFile(), m_state.AppPath + QStringLiteral("velmora.chm"));
-        QCOMPARE(main.panel(1)->text().isEmpty(), false);
-        QCOMPARE(main.grid()->model()->rowCount(), 2);
-        QCOMPARE(main.cmbUserGroups()->count(), 4);
-        QVERIFY(!m_state.OptionsPending);
-        QVERIFY(main.tmrDelay()->isActive());
-        QCOMPARE(main.toolButton(10)->toolTip(), QStringLiteral("הדפסת מפת שולחנות"));
-        QCOMPARE(main.toolButton(4)->isSeparator(), true);
-        QCOMPARE(main.toolButton(11)->isSeparator(), true);
-        QVERIFY(!main.toolButton(1)->icon().isNull());
-    }
-
     void aFirstRunOpensTheOptionsOnceAfterTheWindowShows()
     {
         QTemporaryDir empty;
@@ -85,15 +83,13 @@ private slots:
         m_windows = ui::Main(m_state, m_prompts, empty.path());
         QVERIFY(m_state.OptionsPending);
         int opened = 0;
-        QString caption;
         test::NextModal options([&](QWidget* modal) {
             ++opened;
-            caption = modal->windowTitle();
-            QVERIFY(m_windows->main->isVisible()); // the window was up first
             QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+            QCOMPARE(modal->windowTitle(), QStringLiteral("הגדרות"));
+            QVERIFY(m_windows->main->isVisible()); // the window was up first
         });
         QTRY_VERIFY(options.seen());
-        QCOMPARE(caption, QStringLiteral("הגדרות"));
         QVERIFY(!m_state.OptionsPending);
         QTest::qWait(700); // a few more ticks
         QCOMPARE(opened, 1);
@@ -107,17 +103,14 @@ private slots:
         const QSize built = main.size();
         QCOMPARE(main.grid()->geometry(), designed(120, 1440, 11535, 4455));
         QCOMPARE(main.cmbUserGroups()->geometry(), designed(9480, 1080, 2175, 315));
-
         for (int change : {-1500, 3000}) { // narrower and lower, then wider and taller
             const int px = twipsToPixels(change);
             main.resize(built.width() + px, built.height() + px);
-            QTRY_COMPARE(main.grid()->width(), twipsToPixels(11535) + px);
-            QCOMPARE(main.grid()->height(), twipsToPixels(4455) + px);
+            QTRY_COMPARE(main.grid()->geometry(), designed(120, 1440, 11535 + change, 4455 + change));
             QCOMPARE(main.cmbUserGroups()->x(), twipsToPixels(9480) + px);
             QCOMPARE(main.findChild<QLabel*>(QStringLiteral("LblSelUserGroups"))->x(), twipsToPixels(9720) + px);
             QCOMPARE(main.lblList()->width(), twipsToPixels(11415) + px);
             QCOMPARE(main.lblWeddingCount()->geometry(), designed(240, 840, 3615, 255));
-            QCOMPARE(main.grid()->pos(), designed(120, 1440, 0, 0).topLeft());
         }
 
         // Minimised, a resize changes nothing.
@@ -177,18 +170,17 @@ private slots:
     {
         ui::MainWindow& main = start();
         QAction* tick = main.action(QStringLiteral("mnuShowTablesMap"));
+        auto shown = [&](bool on) {
+            return m_windows->tableMap->isVisible() == on && tick->isChecked() == on
+                   && main.toolButton(10)->isChecked() == on
+                   && main.action(QStringLiteral("popShowTablesMap"))->isChecked() == on;
+        };
         tick->trigger();
-        QVERIFY(m_windows->tableMap->isVisible());
-        QVERIFY(tick->isChecked());
-        QVERIFY(main.toolButton(10)->isChecked());
-
+        QVERIFY(shown(true));
         // The map closed by its own close box only hides, and the commands follow.
         m_prompts.expectMapSaveQuestion();
         m_windows->tableMap->close();
-        QVERIFY(!m_windows->tableMap->isVisible());
-        QVERIFY(!tick->isChecked());
-        QVERIFY(!main.action(QStringLiteral("popShowTablesMap"))->isChecked());
-        QVERIFY(!main.toolButton(10)->isChecked());
+        QVERIFY(shown(false));
 
         // Whatever button is pressed, button 10 is first set to the menu's tick.
         tick->setChecked(true);
@@ -197,18 +189,24 @@ private slots:
         tick->setChecked(false);
 
         main.toolButton(10)->trigger();
-        QVERIFY(m_windows->tableMap->isVisible());
-        QVERIFY(tick->isChecked());
+        QVERIFY(shown(true));
         m_prompts.expectMapSaveQuestion(PromptAnswer::Ok);
         main.toolButton(10)->trigger();
-        QVERIFY(!m_windows->tableMap->isVisible());
-        QVERIFY(!tick->isChecked());
-        QVERIFY(!main.toolButton(10)->isChecked());
+        QVERIFY(shown(false));
     }
 
-    void commandsFollowTheList()
+    void theLoadFillsTheWindowAndCommandsFollowTheList()
     {
         ui::MainWindow& main = start();
+        QCOMPARE(m_state.CrLf, QStringLiteral("\r\n"));
+        QCOMPARE(m_state.CurGroup, QStringLiteral("כל האורחים"));
+        QVERIFY(m_state.DialerFree && !m_state.DialPending && !m_state.OptionsPending);
+        QCOMPARE(m_state.TableViewMode, quint8(1)); // the map was set up after the list
+        QCOMPARE(main.helpFile(), m_state.AppPath + QStringLiteral("velmora.chm"));
+        QVERIFY(!main.panel(1)->text().isEmpty());
+        QCOMPARE(main.cmbUserGroups()->count(), 4);
+        QVERIFY(!main.toolButton(1)->icon().isNull());
+        QCOMPARE(main.grid()->model()->rowCount(), 2);
         QVERIFY(main.action(QStringLiteral("mnuUpdate"))->isEnabled());
         QVERIFY(main.toolButton(5)->isEnabled()); // the first row has a phone
         main.action(QStringLiteral("mnuIgnoreNotCnf"))->trigger();
@@ -220,28 +218,85 @@ private slots:
         main.cmbUserGroups()->setCurrentIndex(2); // the groom's family: Ron, not confirmed
         emit main.cmbUserGroups()->activated(2);
         QCOMPARE(main.lblList()->text(), QStringLiteral("רשימה של משפחת כהן"));
-        QVERIFY(!main.action(QStringLiteral("mnuUpdate"))->isEnabled());
-        QVERIFY(!main.action(QStringLiteral("mnuPrintReport"))->isEnabled());
-        QVERIFY(!main.toolButton(3)->isEnabled());
-        QVERIFY(!main.toolButton(5)->isEnabled());
+        for (const char* name : {"mnuUpdate", "mnuPrintReport", "Toolbar1_3", "Toolbar1_5"})
+            QVERIFY2(!main.action(QString::fromLatin1(name))->isEnabled(), name);
         QVERIFY(main.action(QStringLiteral("mnuAdd"))->isEnabled());
         QCOMPARE(main.panel(6)->text(), QStringLiteral("מס' ההזמנות  0"));
     }
 
-    void aDoubleClickOnAnEmptyPanelOpensTheOptions()
+    // Texts stand at the right of their boxes as drawn (status panels, the grid's cells and
+    // headers); texts kept with their closing mark first read from the right (the label, the
+    // menus); a screen reader hears each panel's title and value, with the title as its
+    // description, and every field of the windows by its label.
+    void whatAUserSeesAndAScreenReaderHears()
     {
         ui::MainWindow& main = start();
-        QString caption;
+        main.show();
+        auto gaps = [](QWidget* widget, const QRect& box) { // from the text's ink to each side
+            const QImage image = widget->grab().toImage();
+            const int paper = image.pixelColor(box.left() + 1, box.top() + 1).lightness();
+            int left = box.right(), right = box.left();
+            for (int y = box.top(); y <= box.bottom(); ++y) {
+                for (int x = box.left(); x <= box.right(); ++x) {
+                    if (std::abs(image.pixelColor(x, y).lightness() - paper) > 60)
+                        left = std::min(left, x), right = std::max(right, x);
+                }
+            }
+            return std::pair{left - box.left(), box.right() - right};
+        };
+        auto* header = main.grid()->horizontalHeader();
+        std::vector<std::pair<QWidget*, QRect>> boxes{
+            {header, QRect(header->sectionViewportPosition(1) + 2, 2, header->sectionSize(1) - 4, header->height() - 4)},
+            {main.grid()->viewport(), main.grid()->visualRect(main.grid()->model()->index(0, 1)).adjusted(1, 1, -2, -2)}};
+        const char* titles[] = {"מתנות", "לא מגיעים", "ממתינים לאישור", "מגיעים", "מספר ההזמנות"};
+        for (int number = 2; number <= 6; ++number) {
+            boxes.emplace_back(main.panel(number), main.panel(number)->contentsRect());
+            QCOMPARE(reader(main.panel(number))->text(QAccessible::Name), main.panel(number)->text());
+            QCOMPARE(reader(main.panel(number))->text(QAccessible::Description), QString::fromUtf8(titles[number - 2]));
+        }
+        for (const auto& [widget, box] : boxes) {
+            const auto [left, right] = gaps(widget, box);
+            QVERIFY2(right < 8 && left > right, widget->metaObject()->className());
+        }
+        QCOMPARE(reader(main.panel(6))->text(QAccessible::Name), QStringLiteral("מס' ההזמנות  2"));
+        QCOMPARE(reader(main.panel(7))->text(QAccessible::Name), QStringLiteral("הגדרות"));
+        QCOMPARE(test::lineEnds(labelOf(main.cmbUserGroups()), Qt::RightToLeft), QStringLiteral(":ק"));
+        auto* label = main.findChild<QLabel*>(QStringLiteral("LblSelUserGroups"));
+        QCOMPARE(test::lineEnds(label->text(), label->layoutDirection(), label->font()), QStringLiteral(":ק"));
+        QCOMPARE(test::lineEnds(main.action(QStringLiteral("popOptions"))->text(), main.popupMenu()->layoutDirection()),
+                 QStringLiteral(".ה"));
+        QCOMPARE(test::lineEnds(m_program.map().popupAction(QStringLiteral("popTableSitView"))->text(),
+                                m_program.map().popupMenu()->layoutDirection()),
+                 QStringLiteral(".ס"));
+
+        auto everyFieldIsLabelled = [](QWidget* window) {
+            QStringList unlabelled;
+            for (QWidget* field : window->findChildren<QWidget*>()) {
+                const bool input = qobject_cast<QLineEdit*>(field) || qobject_cast<QPlainTextEdit*>(field)
+                                   || qobject_cast<QComboBox*>(field) || qobject_cast<QAbstractSpinBox*>(field);
+                const bool part = qobject_cast<QComboBox*>(field->parentWidget())
+                                  || qobject_cast<QAbstractSpinBox*>(field->parentWidget());
+                if (input && !part && labelOf(field).isEmpty())
+                    unlabelled << field->objectName();
+            }
+            return unlabelled;
+        };
+        main.AddNewInv();
+        QCOMPARE(everyFieldIsLabelled(main.invitationDialog()), QStringList());
+        QCOMPARE(labelOf(main.invitationDialog()->txtPresent), QStringLiteral("סכום המתנה"));
+        main.invitationDialog()->hide();
+
+        // A double click on a panel with text does nothing; on the picture, the options open.
+        QStringList optionsUnlabelled{QStringLiteral("not opened")};
         test::NextModal options([&](QWidget* modal) {
-            caption = modal->windowTitle();
-            QCOMPARE(modal->parentWidget(), &main);
             QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+            QCOMPARE(modal->parentWidget(), &main);
+            optionsUnlabelled = everyFieldIsLabelled(modal);
         });
         QTest::mouseDClick(main.panel(2), Qt::LeftButton);
-        QVERIFY(!options.seen()); // the gifts panel has text
+        QVERIFY(!options.seen());
         QTest::mouseDClick(main.panel(7), Qt::LeftButton);
-        QVERIFY(options.seen());
-        QCOMPARE(caption, QStringLiteral("הגדרות"));
+        QCOMPARE(optionsUnlabelled, QStringList());
     }
 };
 

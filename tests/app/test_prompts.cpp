@@ -1,142 +1,142 @@
+#include "Modal.h"
 #include "ScriptedPrompts.h"
+#include "ShownText.h"
 #include "TestMain.h"
 
 #include "app/PendingFailure.h"
+#include "app/ui/HebrewText.h"
 #include "app/ui/QtPrompts.h"
 
 #include <QInputDialog>
 #include <QLabel>
-#include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTimer>
-
-#include <functional>
 
 using namespace velmora;
 
-namespace {
-
-// Acts on the next modal window as soon as it is up.
-void onNextModal(std::function<void(QWidget*)> act)
-{
-    auto* timer = new QTimer;
-    timer->setInterval(10);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
-        if (QWidget* modal = QApplication::activeModalWidget()) {
-            timer->stop();
-            timer->deleteLater();
-            act(modal);
-        }
-    });
-    timer->start();
-}
-
-} // namespace
+using Script = std::function<void(test::ScriptedPrompts&)>;
+Q_DECLARE_METATYPE(Script)
 
 class PromptsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void theDoubleChecksAndAnswersInOrder()
+    void theDoubleAnswersFromItsScript()
     {
         test::ScriptedPrompts prompts;
-        prompts.expectMessage(PromptIcon::None, QStringLiteral("שלום"))
-            .expectQuestion(QStringLiteral("להסיר?"), PromptAnswer::No, QStringLiteral("הסרה"))
+        prompts.expectQuestion(QStringLiteral("להסיר?"), PromptAnswer::No, QStringLiteral("הסרה"))
             .expectInput(QStringLiteral("מספר:"), QStringLiteral("12"))
-            .expectOpenFile(std::nullopt)
-            .expectBeep();
-        prompts.message(QStringLiteral("שלום"));
+            .expectOpenFile(std::nullopt);
         QCOMPARE(prompts.question(QStringLiteral("להסיר?"), QStringLiteral("הסרה")), PromptAnswer::No);
         QCOMPARE(prompts.inputBox(QStringLiteral("מספר:")), QStringLiteral("12"));
-        const auto file = prompts.openFile(FileRequest{{}, QStringLiteral("GIF (*.gif)|*.gif"), {}, {}});
-        QVERIFY(!file);
-        QCOMPARE(file.failure.number(), CancelFailureNumber);
-        prompts.beep();
+        QCOMPARE(prompts.openFile(FileRequest{}).failure.number(), CancelFailureNumber);
         QVERIFY(prompts.verifyDone());
-        QCOMPARE(int(prompts.history().size()), 5);
-        QCOMPARE(prompts.history()[0].title, QStringLiteral("Velmora"));
-        QCOMPARE(prompts.history()[1].defaultButton, PromptAnswer::Yes);
-        QCOMPARE(prompts.fileRequests().front().filter, QStringLiteral("GIF (*.gif)|*.gif"));
     }
 
-    void theDoubleFailsOnAPromptNobodyExpected()
+    void theDoubleFailsTheTest_data()
     {
+        QTest::addColumn<Script>("script");
+        QTest::newRow("a prompt nobody expected") << Script([](auto& p) { p.warning(QStringLiteral("פתאום")); });
+        QTest::newRow("a different text") << Script([](auto& p) {
+            p.expectMessage(PromptIcon::Warning, QStringLiteral("טקסט אחד")).warning(QStringLiteral("טקסט אחר"));
+        });
+        QTest::newRow("an answer never asked for") << Script([](auto& p) { p.expectBeep().verifyDone(); });
+    }
+
+    void theDoubleFailsTheTest()
+    {
+        QFETCH(Script, script);
         test::ScriptedPrompts prompts;
-        QEXPECT_FAIL("", "an unexpected prompt fails the test", Continue);
-        prompts.warning(QStringLiteral("פתאום"));
-        QCOMPARE(prompts.history().back().icon, PromptIcon::Warning);
+        QEXPECT_FAIL("", "the double fails the running test", Continue);
+        script(prompts);
     }
 
-    void theDoubleFailsOnADifferentText()
+    // Texts kept with their closing mark or a number first read from the right, as do texts
+    // that begin in Hebrew, wherever they are shown: a message box line by line, an input box,
+    // a label, a button, a menu entry, a window's title. Each line gives the character a user
+    // sees at its left, then the one at its right.
+    void everyLineReadsFromItsRightEnd_data()
     {
-        test::ScriptedPrompts prompts;
-        prompts.expectMessage(PromptIcon::Warning, QStringLiteral("טקסט אחד"));
-        QEXPECT_FAIL("", "a prompt unlike the script fails the test", Continue);
-        prompts.warning(QStringLiteral("טקסט אחר"));
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("ends"); // a pair for each line, joined by a blank
+        QTest::newRow("question mark first") << QStringLiteral("?האם ברצונך לשמור מיקומי מפת השולחנות ביציאה") << "?ה";
+        QTest::newRow("colon first") << QStringLiteral(":קבוצת מוזמנים להצגה") << ":ק";
+        QTest::newRow("dots first") << QStringLiteral("...שינוי מספר שולחן") << ".ש";
+        QTest::newRow("number first") << QStringLiteral("12 מספר השולחן צריך להיות מ 1 עד") << "1מ";
+        QTest::newRow("mark last") << QStringLiteral("רשימת המוזמנים ריקה.") << ".ר";
+        QTest::newRow("number inside") << QStringLiteral("שולחן של 12 מוזמנים") << "םש";
+        QTest::newRow("lines by CrLf") << QStringLiteral("פעולה זו תאפס את מפת השולחנות\r\n?למיקומי בררת המחדל") << "תפ ?ל";
+        QTest::newRow("address under a cry") << QStringLiteral("!ארעה שגיאה קריטית\r\nwww.velmora.co.il\r\n") << "!א wl   ";
     }
 
-    void theDoubleFailsOnAnUnusedAnswer()
+    void everyLineReadsFromItsRightEnd()
     {
-        test::ScriptedPrompts prompts;
-        prompts.expectBeep();
-        QEXPECT_FAIL("", "an answer never asked for fails the test", Continue);
-        prompts.verifyDone();
-    }
-
-    void realBoxesAreRightToLeftWithOneLinePerCrLf()
-    {
+        QFETCH(QString, text);
+        QFETCH(QString, ends);
         ui::QtPrompts prompts;
-        QString title, text;
-        Qt::LayoutDirection direction = Qt::LeftToRight;
-        QMessageBox::Icon icon = QMessageBox::NoIcon;
-        onNextModal([&](QWidget* modal) {
-            auto* box = qobject_cast<QMessageBox*>(modal);
-            QVERIFY(box);
-            title = box->windowTitle();
-            text = box->text();
-            direction = box->layoutDirection();
-            icon = box->icon();
-            box->button(QMessageBox::Ok)->click();
+        QString shown;
+        test::NextModal box([&](QWidget* modal) {
+            auto* message = qobject_cast<QMessageBox*>(modal);
+            message->button(QMessageBox::No)->click(); // first: a failing check below leaves no box up
+            QCOMPARE(message->windowTitle(), QStringLiteral("אזהרת מערכת"));
+            QCOMPARE(message->icon(), QMessageBox::Question);
+            QVERIFY(!message->text().contains(u'\r')); // a CR would show as a box
+            auto* label = message->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+            QCOMPARE(label->layoutDirection(), Qt::RightToLeft);
+            shown = test::lineEnds(label->text(), label->layoutDirection(), label->font());
         });
-        prompts.critical(QStringLiteral("שורה ראשונה\r\nשורה שנייה"), QStringLiteral("שדרוג גירסת תוכנה"));
-        QCOMPARE(title, QStringLiteral("שדרוג גירסת תוכנה"));
-        QCOMPARE(text, QStringLiteral("שורה ראשונה\nשורה שנייה"));
-        QCOMPARE(direction, Qt::RightToLeft);
-        QCOMPARE(icon, QMessageBox::Critical);
+        QCOMPARE(prompts.question(text, QStringLiteral("אזהרת מערכת")), PromptAnswer::No);
+        QCOMPARE(shown, ends);
 
-        // The dialer's boxes read left to right; the caption defaults to the program's.
-        onNextModal([&](QWidget* modal) {
-            auto* box = qobject_cast<QMessageBox*>(modal);
-            title = box->windowTitle();
-            direction = box->layoutDirection();
-            box->button(QMessageBox::Ok)->click();
-        });
-        MessageRequest english;
-        english.text = QStringLiteral("Pick up the handset");
-        english.leftToRight = true;
-        prompts.show(english);
-        QCOMPARE(title, QStringLiteral("Velmora"));
-        QCOMPARE(direction, Qt::LeftToRight);
-    }
-
-    void aCancelledInputBoxGivesTheEmptyAnswer()
-    {
-        ui::QtPrompts prompts;
-        onNextModal([](QWidget* modal) {
+        test::NextModal input([&](QWidget* modal) {
             auto* dialog = qobject_cast<QInputDialog*>(modal);
-            QCOMPARE(dialog->textValue(), QStringLiteral("7"));
-            QCOMPARE(dialog->labelText(), QStringLiteral("מספר שולחן:"));
-            dialog->reject();
-        });
-        QCOMPARE(prompts.inputBox(QStringLiteral("מספר שולחן:"), {}, QStringLiteral("7")), QString());
-
-        onNextModal([](QWidget* modal) {
-            auto* dialog = qobject_cast<QInputDialog*>(modal);
+            shown = test::lineEnds(dialog->labelText(), dialog->layoutDirection());
             dialog->setTextValue(QStringLiteral("12"));
             dialog->accept();
         });
-        QCOMPARE(prompts.inputBox(QStringLiteral("מספר שולחן:")), QStringLiteral("12"));
+        QCOMPARE(prompts.inputBox(text), QStringLiteral("12"));
+        QCOMPARE(shown, ends);
+
+        QLabel label;
+        ui::setHebrewText(&label, text);
+        QCOMPARE(test::lineEnds(label.text(), label.layoutDirection(), label.font()), ends);
+        QPushButton button;
+        ui::setHebrewText(&button, text);
+        QCOMPARE(test::lineEnds(button.text(), button.layoutDirection(), button.font()), ends);
+        QMenu menu;
+        ui::setHebrewText(menu.addAction(QString()), text);
+        QCOMPARE(test::lineEnds(menu.actions().front()->text(), menu.layoutDirection()), ends);
+        if (!text.contains(u'\n')) {
+            ui::setHebrewTitle(&label, text);
+            QCOMPARE(test::lineEnds(label.windowTitle(), Qt::LayoutDirectionAuto), ends);
+        }
+    }
+
+    void theDialersBoxesReadLeftToRightAndACancelAnswersNothing()
+    {
+        ui::QtPrompts prompts;
+        QString title;
+        Qt::LayoutDirection direction = Qt::RightToLeft;
+        test::NextModal english([&](QWidget* modal) {
+            title = modal->windowTitle();
+            direction = modal->layoutDirection();
+            qobject_cast<QMessageBox*>(modal)->button(QMessageBox::Ok)->click();
+        });
+        MessageRequest request;
+        request.text = QStringLiteral("Pick up the handset");
+        request.leftToRight = true;
+        QCOMPARE(prompts.show(request), PromptAnswer::Ok);
+        QCOMPARE(title, ui::hebrewParagraph(QStringLiteral("Velmora"))); // the program's caption by default
+        QCOMPARE(direction, Qt::LeftToRight);
+
+        QString proposed;
+        test::NextModal cancel([&](QWidget* modal) {
+            proposed = qobject_cast<QInputDialog*>(modal)->textValue();
+            qobject_cast<QDialog*>(modal)->reject();
+        });
+        QCOMPARE(prompts.inputBox(QStringLiteral("מספר שולחן:"), {}, QStringLiteral("7")), QString());
+        QCOMPARE(proposed, QStringLiteral("7"));
     }
 
     void classicFiltersBecomeQtFilters()
