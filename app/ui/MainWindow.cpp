@@ -2,6 +2,7 @@
 
 #include "app/PendingFailure.h"
 #include "app/Prompts.h"
+#include "app/TextNumbers.h"
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
@@ -285,7 +286,7 @@ void MainWindow::followCurrentRow()
     const int row = m_grid->currentIndex().row();
     if (row < 0)
         return;
-    m_buttons[4]->setEnabled(m_model.hasInvitations() && !m_model.cellText(row + 1, 2).trimmed().isEmpty());
+    m_buttons[4]->setEnabled(m_model.hasInvitations() && !Trim(m_model.cellText(row + 1, 2)).isEmpty());
 }
 
 void MainWindow::RemoveRecord()
