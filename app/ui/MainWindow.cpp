@@ -6,6 +6,7 @@
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
+#include "app/ui/TypedKeys.h"
 #include "guests/Removal.h"
 #include "guests/ui/OptionsWindow.h"
 #include "seating/TableIcons.h"
@@ -407,8 +408,8 @@ void MainWindow::onDelayTick()
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    // The group is chosen from the list only: keys are dropped, silently.
-    if (watched == m_cmbUserGroups && (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride))
+    // The group is chosen from the list only: typed keys are dropped, silently.
+    if (watched == m_cmbUserGroups && event->type() == QEvent::KeyPress && TypesCharacter(static_cast<QKeyEvent*>(event)))
         return true;
     // The right button leaves the selection as it was and opens the pop-up menu.
     if (watched == m_grid->viewport()) {

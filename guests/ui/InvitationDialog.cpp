@@ -4,6 +4,7 @@
 #include "app/Prompts.h"
 #include "app/TextNumbers.h"
 #include "app/WeddingState.h"
+#include "app/ui/TypedKeys.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -33,15 +34,6 @@ const QString EmptyList = QStringLiteral("רשימת המוזמנים ריקה."
 bool isEnter(const QKeyEvent* key)
 {
     return key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-}
-
-// The filters judge typed characters only. A real key press carries text for Tab ("\t"),
-// Delete ("\x7f"), Escape and Ctrl combinations too, but those type nothing and pass;
-// Backspace ("\b") counts as typed.
-bool typesCharacter(const QKeyEvent* key)
-{
-    const QString text = key->text();
-    return text == u"\b" || (!text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c.isPrint(); }));
 }
 
 // "0" to "9": other scripts' digits would read as no number at all.
@@ -526,7 +518,7 @@ bool InvitationDialog::eventFilter(QObject* watched, QEvent* event)
             m_prompts.beep(); // then Enter itself is refused there
         return true;
     }
-    if (!filtered || !typesCharacter(key) || filter->takes(key->text()))
+    if (!filtered || !TypesCharacter(key) || filter->takes(key->text()))
         return QDialog::eventFilter(watched, event);
     m_prompts.beep();
     return true;
