@@ -5,6 +5,7 @@
 
 #include "app/Wedding.h"
 #include "app/ui/MainWindow.h"
+#include "guests/ui/InvitationDialog.h"
 #include "seating/ui/TableMapWindow.h"
 
 #include <QAction>
@@ -134,6 +135,7 @@ private slots:
         m_prompts.expectQuestion(QStringLiteral("האם לעדכן את ההזמנה לד'אמיקו שירה?"), PromptAnswer::No);
         click(3, 7); // a double click begins as a click
         QTest::mouseDClick(cells(), Qt::LeftButton, {}, cell(3, 7));
+        QVERIFY(!main().invitationDialog() || !main().invitationDialog()->isVisible()); // No opens nothing
     }
 
     void headersSortUpThenDown()
