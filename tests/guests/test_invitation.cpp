@@ -231,6 +231,7 @@ private slots:
         dialog.optPresDiff->setChecked(true);
         dialog.txtPresent->setText(QStringLiteral("  סט כוסות "));
         dialog.chkConfirmNotOk->setChecked(true);
+        dialog.cmbTableNo->setEditText(QStringLiteral("0")); // kept by an addition, but a "no" has no seat
         dialog.cmdOK->click();
         QVERIFY(!dialog.isVisible());
         store::Recordset other = row(QStringLiteral("ד'אמיקו"), QStringLiteral("שירה"));
