@@ -33,7 +33,7 @@ qsizetype numberLength(const QString& text, qsizetype from)
 qsizetype skipBlanks(const QString& text)
 {
     qsizetype i = 0;
-    while (i < text.size() && text[i].isSpace())
+    while (i < text.size() && text[i] == u' ')
         ++i;
     return i;
 }
@@ -49,8 +49,19 @@ double LeadingNumber(const QString& text)
 
 bool IsNumeric(const QString& text)
 {
-    const QString trimmed = text.trimmed();
+    const QString trimmed = Trim(text);
     return !trimmed.isEmpty() && numberLength(trimmed, 0) == trimmed.size();
+}
+
+QString Trim(const QString& text)
+{
+    qsizetype from = 0;
+    qsizetype to = text.size();
+    while (from < to && text[from] == u' ')
+        ++from;
+    while (to > from && text[to - 1] == u' ')
+        --to;
+    return text.mid(from, to - from);
 }
 
 } // namespace velmora

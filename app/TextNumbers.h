@@ -11,4 +11,7 @@ double LeadingNumber(const QString& text);
 // True when the whole text, blanks around it aside, reads as one number.
 bool IsNumeric(const QString& text);
 
+// The text without the blanks at its ends; tabs and line breaks are kept.
+QString Trim(const QString& text);
+
 } // namespace velmora

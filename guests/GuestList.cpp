@@ -34,6 +34,13 @@ bool isMoneyGift(const QVariant& presentType)
     return !presentType.isNull() && (presentType.toInt() == 0 || presentType.toInt() == 1);
 }
 
+// The sign goes before every gift but a described one and one of no kind: a kind the
+// dialog never writes still reads as money, though the total leaves it out.
+bool showsShekel(const QVariant& presentType)
+{
+    return !presentType.isNull() && presentType.toInt() != 2;
+}
+
 } // namespace
 
 QString PlainText(const QVariant& value, PendingFailure& pending)
@@ -156,7 +163,7 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
             cells[8] = rs.value(QStringLiteral("ADDRESS")).toString();
             const QVariant present = rs.value(QStringLiteral("PRESENT"));
             if (!present.isNull())
-                cells[9] = (isMoneyGift(rs.value(QStringLiteral("PRESENT_TYPE"))) ? QStringLiteral("₪") : QString())
+                cells[9] = (showsShekel(rs.value(QStringLiteral("PRESENT_TYPE"))) ? QStringLiteral("₪") : QString())
                     + present.toString();
             row.notComing = !confirm.isNull() && confirm.toInt() == 2;
             rows.push_back(std::move(row));
@@ -165,7 +172,7 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
     const int filled = int(rows.size());
     model.setRows(std::move(rows));
     if (outcome.hasRows)
-        outcome.dialEnabled = !model.cellText(1, 2).trimmed().isEmpty();
+        outcome.dialEnabled = !Trim(model.cellText(1, 2)).isEmpty();
     if (rs.isOpen() && rs.recordCount() != filled)
         prompts.message(QStringLiteral("שגיאה בהצגת הטבלה"));
     pending.attempt([&] { state.WeddingDb.close(); });

@@ -19,8 +19,8 @@ QString numberText(double number)
 std::optional<QString> CheckInvitation(const WeddingState& state, const InvitationForm& form,
                                        const SeatedCountFn& seatedCount, int ownPeople)
 {
-    const QString family = form.familyName.trimmed();
-    const QString first = form.firstName.trimmed();
+    const QString family = Trim(form.familyName);
+    const QString first = Trim(form.firstName);
     if (family.isEmpty() || first.isEmpty())
         return QStringLiteral("השדות שם משפחה\\פרטי אינם יכולים להיות ריקים.");
     if (family.size() > 20 || first.size() > 20)
@@ -28,13 +28,13 @@ std::optional<QString> CheckInvitation(const WeddingState& state, const Invitati
     const double people = LeadingNumber(form.invNum);
     if (people <= 0)
         return QStringLiteral("השדה מס' מוזמנים חייב להכיל מספר הגדול מאפס.");
-    if (form.remark.trimmed().size() > 40)
+    if (Trim(form.remark).size() > 40)
         return QStringLiteral("השדה הערות מוגבל לגודל של 40 תווים.");
-    if (form.phones.trimmed().size() > 30)
+    if (Trim(form.phones).size() > 30)
         return QStringLiteral("השדה טלפונים מוגבל לגודל של 30 תווים.");
-    if (form.address.trimmed().size() > 50)
+    if (Trim(form.address).size() > 50)
         return QStringLiteral("השדה כתובת מוגבל לגודל של 50 תווים.");
-    const QString present = form.present.trimmed();
+    const QString present = Trim(form.present);
     if (present.size() > 20)
         return QStringLiteral("השדה מתנה מוגבל לגודל של 20 תווים.");
     if (!present.isEmpty() && form.moneyGift() && !IsNumeric(present))
@@ -63,7 +63,7 @@ int OwnPeople(const store::Recordset& row, int table)
 
 int GroupIndex(const WeddingState& state, const QString& groupText)
 {
-    return GroupNumber(state, groupText.trimmed());
+    return GroupNumber(state, Trim(groupText));
 }
 
 std::optional<QString> GroupText(const WeddingState& state, const QVariant& listGroup)
@@ -117,17 +117,17 @@ bool IsDuplicate(store::Recordset& rs, const QString& familyName, const QString&
 
 void WriteInvitation(store::Recordset& rs, const InvitationForm& form, int groupIndex, bool adding)
 {
-    rs.setValue(QStringLiteral("FAMILY_NAME"), form.familyName.trimmed());
-    rs.setValue(QStringLiteral("FIRST_NAME"), form.firstName.trimmed());
-    rs.setValue(QStringLiteral("PHONES"), form.phones.trimmed());
-    rs.setValue(QStringLiteral("ADDRESS"), form.address.trimmed());
-    rs.setValue(QStringLiteral("REMARK"), form.remark.trimmed());
+    rs.setValue(QStringLiteral("FAMILY_NAME"), Trim(form.familyName));
+    rs.setValue(QStringLiteral("FIRST_NAME"), Trim(form.firstName));
+    rs.setValue(QStringLiteral("PHONES"), Trim(form.phones));
+    rs.setValue(QStringLiteral("ADDRESS"), Trim(form.address));
+    rs.setValue(QStringLiteral("REMARK"), Trim(form.remark));
     rs.setValue(QStringLiteral("INV_NUM"), LeadingNumber(form.invNum));
     rs.setValue(QStringLiteral("LIST_GROUP"), QString::number(groupIndex));
     rs.setValue(QStringLiteral("INV_STATUS"), form.invSent);
     rs.setValue(QStringLiteral("CONFIRM"), form.confirm());
 
-    const QString table = form.tableNo.trimmed();
+    const QString table = Trim(form.tableNo);
     QVariant tableNo;
     if (!table.isEmpty() && !(table == u"0" && !adding))
         tableNo = LeadingNumber(table);
@@ -138,7 +138,7 @@ void WriteInvitation(store::Recordset& rs, const InvitationForm& form, int group
     rs.setValue(QStringLiteral("PRESENT_TYPE"), form.gift == InvitationForm::Gift::Cheque ? 0
                                                 : form.gift == InvitationForm::Gift::Cash ? 1
                                                                                           : 2);
-    const QString present = form.present.trimmed();
+    const QString present = Trim(form.present);
     QVariant gift;
     if (!present.isEmpty())
         gift = form.moneyGift() ? QVariant(numberText(LeadingNumber(present))) : QVariant(present);

@@ -25,7 +25,7 @@ OptionsForm OptionsFromState(const WeddingState& state)
 
 std::optional<QString> CheckOptions(const WeddingState& state, const OptionsForm& form, const SeatedCountFn& seatedCount)
 {
-    if (form.couple.trimmed().isEmpty() || form.hisFamily.trimmed().isEmpty() || form.herFamily.trimmed().isEmpty())
+    if (Trim(form.couple).isEmpty() || Trim(form.hisFamily).isEmpty() || Trim(form.herFamily).isEmpty())
         return QStringLiteral("כל השדות חייבים להיות מלאים");
     if (!IsNumeric(form.maxTables) || !IsNumeric(form.maxChairs))
         return QStringLiteral("הערך אינו מספר חוקי");
@@ -50,7 +50,7 @@ std::optional<QString> CheckOptions(const WeddingState& state, const OptionsForm
 
 std::optional<QString> CheckGroupName(const QStringList& groups, const QString& name, int replacing)
 {
-    const QString trimmed = name.trimmed();
+    const QString trimmed = Trim(name);
     if (trimmed.isEmpty())
         return QStringLiteral("לא ניתן להגדיר קבוצה ריקה");
     for (qsizetype i = 0; i < groups.size(); ++i) {
@@ -62,9 +62,9 @@ std::optional<QString> CheckGroupName(const QStringList& groups, const QString& 
 
 void ApplyOptions(WeddingState& state, const OptionsForm& form)
 {
-    state.CoupleName = form.couple.trimmed();
-    state.HisFamily = form.hisFamily.trimmed();
-    state.HerFamily = form.herFamily.trimmed();
+    state.CoupleName = Trim(form.couple);
+    state.HisFamily = Trim(form.hisFamily);
+    state.HerFamily = Trim(form.herFamily);
     QStringList groups = form.groups;
     while (groups.size() < 3)
         groups << QString();

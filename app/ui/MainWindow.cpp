@@ -2,10 +2,12 @@
 
 #include "app/PendingFailure.h"
 #include "app/Prompts.h"
+#include "app/TextNumbers.h"
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
 #include "app/ui/HebrewText.h"
+#include "app/ui/TypedKeys.h"
 #include "guests/Removal.h"
 #include "guests/ui/OptionsWindow.h"
 #include "seating/TableIcons.h"
@@ -286,7 +288,7 @@ void MainWindow::followCurrentRow()
     const int row = m_grid->currentIndex().row();
     if (row < 0)
         return;
-    m_buttons[4]->setEnabled(m_model.hasInvitations() && !m_model.cellText(row + 1, 2).trimmed().isEmpty());
+    m_buttons[4]->setEnabled(m_model.hasInvitations() && !Trim(m_model.cellText(row + 1, 2)).isEmpty());
 }
 
 void MainWindow::RemoveRecord()
@@ -407,8 +409,8 @@ void MainWindow::onDelayTick()
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    // The group is chosen from the list only: keys are dropped, silently.
-    if (watched == m_cmbUserGroups && (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride))
+    // The group is chosen from the list only: typed keys are dropped, silently.
+    if (watched == m_cmbUserGroups && event->type() == QEvent::KeyPress && TypesCharacter(static_cast<QKeyEvent*>(event)))
         return true;
     // The right button leaves the selection as it was and opens the pop-up menu.
     if (watched == m_grid->viewport()) {

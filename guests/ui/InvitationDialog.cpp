@@ -4,6 +4,7 @@
 #include "app/Prompts.h"
 #include "app/TextNumbers.h"
 #include "app/WeddingState.h"
+#include "app/ui/TypedKeys.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -21,6 +22,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace velmora::ui {
 
 namespace {
@@ -31,6 +34,12 @@ const QString EmptyList = QStringLiteral("רשימת המוזמנים ריקה."
 bool isEnter(const QKeyEvent* key)
 {
     return key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+}
+
+// "0" to "9": other scripts' digits would read as no number at all.
+bool digits(const QString& typed)
+{
+    return std::all_of(typed.begin(), typed.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
 template <class Field>
@@ -183,9 +192,14 @@ void InvitationDialog::build()
                         optPresCashe, optPresDiff, txtPresent, cmdOK, cmdCancel};
     for (size_t i = 0; i + 1 < std::size(order); ++i)
         setTabOrder(order[i], order[i + 1]);
+    // The number takes digits alone (Backspace is refused there, unlike in the table
+    // field); the table digits 0 to 9 and Backspace; the group is chosen from its list.
+    m_keyFilters = {{cmbInvNum, digits},
+                    {cmbTableNo, [](const QString& typed) { return typed == u"\b" || digits(typed); }},
+                    {cmbGroup, [](const QString&) { return false; }}};
+    // The combo boxes have the focus and hand keys on to their line edits themselves.
     for (QObject* watched : std::initializer_list<QObject*>{txtFamilyName, txtFirstName, txtPhones, txtPresent, cmbInvNum,
-                                                            cmbInvNum->lineEdit(), cmbGroup, cmbTableNo,
-                                                            cmbTableNo->lineEdit()})
+                                                            cmbGroup, cmbTableNo})
         watched->installEventFilter(this);
     m_multiHidden = {txtFamilyName, txtFirstName, txtPhones, txtAddress, cmbInvNum, cmbGroup, txtRemark, chkConfirmOk,
                      chkConfirmNotOk, chkConfirmUnkown, cmbTableNo, txtPresent, optPresCheck, optPresCashe, optPresDiff};
@@ -333,9 +347,9 @@ void InvitationDialog::ClearInv()
 
 void InvitationDialog::InitMultiSelection(bool multi)
 {
+    // The labels stay, "₪" among them.
     for (QWidget* field : m_multiHidden)
         field->setVisible(!multi);
-    lblShekel->setVisible(!multi && !optPresDiff->isChecked());
 }
 
 bool InvitationDialog::SaveInv()
@@ -364,7 +378,7 @@ bool InvitationDialog::SaveInv()
     }
     bool duplicate = false;
     try {
-        duplicate = guests::IsDuplicate(m_rs, f.familyName.trimmed(), f.firstName.trimmed(), m_rs.absolutePosition());
+        duplicate = guests::IsDuplicate(m_rs, Trim(f.familyName), Trim(f.firstName), m_rs.absolutePosition());
     } catch (const Failure&) {
     }
     if (duplicate) {
@@ -388,7 +402,7 @@ bool InvitationDialog::AddRecord()
     const int groupIndex = guests::GroupIndex(m_state, f.group);
     bool duplicate = false;
     pending.attempt([&] {
-        duplicate = rs.recordCount() > 0 && guests::IsDuplicate(rs, f.familyName.trimmed(), f.firstName.trimmed(), -1);
+        duplicate = rs.recordCount() > 0 && guests::IsDuplicate(rs, Trim(f.familyName), Trim(f.firstName), -1);
     });
     if (duplicate) {
         m_prompts.message(QStringLiteral("קיימת כבר הזמנה זהה ברשימה."));
@@ -495,21 +509,16 @@ bool InvitationDialog::eventFilter(QObject* watched, QEvent* event)
     if (event->type() != QEvent::KeyPress)
         return QDialog::eventFilter(watched, event);
     auto* key = static_cast<QKeyEvent*>(event);
-    const bool numberBox = watched == cmbInvNum || watched == cmbInvNum->lineEdit();
-    const bool tableBox = watched == cmbTableNo || watched == cmbTableNo->lineEdit();
-    const bool groupBox = watched == cmbGroup;
+    const auto filter = std::find_if(std::begin(m_keyFilters), std::end(m_keyFilters),
+                                     [watched](const KeyFilter& f) { return f.field == watched; });
+    const bool filtered = filter != std::end(m_keyFilters);
     if (isEnter(key)) {
         SaveInv();
-        if (numberBox || tableBox || groupBox)
+        if (filtered)
             m_prompts.beep(); // then Enter itself is refused there
         return true;
     }
-    const QString typed = key->text();
-    if (typed.isEmpty() || !(numberBox || tableBox || groupBox))
-        return QDialog::eventFilter(watched, event);
-    const bool digit = typed.size() == 1 && typed[0] >= u'0' && typed[0] <= u'9';
-    const bool passes = (numberBox && typed[0].isDigit()) || (tableBox && (digit || key->key() == Qt::Key_Backspace));
-    if (passes)
+    if (!filtered || !TypesCharacter(key) || filter->takes(key->text()))
         return QDialog::eventFilter(watched, event);
     m_prompts.beep();
     return true;

@@ -113,6 +113,12 @@ private:
     store::Recordset m_rs;
     QTabWidget* m_tabs = nullptr;
     QList<QWidget*> m_multiHidden;
+    // A field whose typed characters are filtered, and what it takes.
+    struct KeyFilter {
+        const QObject* field;
+        bool (*takes)(const QString& typed);
+    };
+    std::vector<KeyFilter> m_keyFilters;
 };
 
 } // namespace velmora::ui

@@ -2,6 +2,7 @@
 
 #include "app/PendingFailure.h"
 #include "app/Prompts.h"
+#include "app/TextNumbers.h"
 #include "app/WeddingState.h"
 #include "app/ui/HebrewText.h"
 
@@ -112,7 +113,9 @@ void OptionsWindow::build()
         connect(edit, &QLineEdit::textChanged, this, enableApply);
     connect(DTPickWedding, &QDateEdit::dateChanged, this, enableApply);
     connect(SSTab1, &QTabWidget::currentChanged, this, &OptionsWindow::tabSelected);
-    connect(lstGroups, &QListWidget::itemClicked, this, [this] { cmdDelGroup->setEnabled(lstGroups->currentRow() >= 3); });
+    // Clicks, keys and removals alike: only a selected user group can go.
+    connect(lstGroups, &QListWidget::itemSelectionChanged, this,
+            [this] { cmdDelGroup->setEnabled(selectedGroup() >= 3); });
     connect(lstGroups, &QListWidget::itemDoubleClicked, this, &OptionsWindow::groupDoubleClicked);
     connect(cmdAddUpdateGroup, &QPushButton::clicked, this, &OptionsWindow::addOrUpdateGroup);
     connect(cmdDelGroup, &QPushButton::clicked, this, &OptionsWindow::deleteGroup);
@@ -167,9 +170,15 @@ guests::OptionsForm OptionsWindow::form() const
     return f;
 }
 
+int OptionsWindow::selectedGroup() const
+{
+    const QList<QListWidgetItem*> selected = lstGroups->selectedItems();
+    return selected.isEmpty() ? -1 : lstGroups->row(selected.front());
+}
+
 void OptionsWindow::groupDoubleClicked()
 {
-    const int row = lstGroups->currentRow();
+    const int row = selectedGroup();
     if (row < 3) {
         CancelUpdate();
         m_prompts.message(QStringLiteral("לא ניתן להסיר\\לעדכן שלושת הקבוצות הראשיות"));
@@ -185,11 +194,11 @@ void OptionsWindow::groupDoubleClicked()
 
 void OptionsWindow::addOrUpdateGroup()
 {
-    const QString name = txtNewGroup->text().trimmed();
+    const QString name = Trim(txtNewGroup->text());
     QStringList groups;
     for (int i = 0; i < lstGroups->count(); ++i)
         groups << lstGroups->item(i)->text();
-    const int replacing = m_groupMode == 2 ? lstGroups->currentRow() : -1;
+    const int replacing = m_groupMode == 2 ? selectedGroup() : -1;
     if (const auto refusal = guests::CheckGroupName(groups, name, replacing)) {
         m_prompts.message(*refusal);
         return;
@@ -199,20 +208,20 @@ void OptionsWindow::addOrUpdateGroup()
         txtNewGroup->clear();
         cmdApply->setEnabled(true);
     } else {
-        lstGroups->item(replacing)->setText(name);
+        if (QListWidgetItem* entry = lstGroups->item(replacing))
+            entry->setText(name);
         CancelUpdate();
     }
 }
 
 void OptionsWindow::deleteGroup()
 {
-    const int row = lstGroups->currentRow();
+    const int row = selectedGroup();
     if (row < 3)
         return;
     delete lstGroups->takeItem(row);
     txtNewGroup->clear();
-    if (lstGroups->currentRow() < 0)
-        cmdDelGroup->setEnabled(false);
+    cmdDelGroup->setEnabled(selectedGroup() >= 3); // the entry the list moved on to
     cmdApply->setEnabled(true);
 }
 
@@ -238,7 +247,7 @@ bool OptionsWindow::apply()
     pending.attempt([&] { guests::ApplyOptions(m_state, f); });
     const QLineEdit* names[] = {txtCouple, txtHisFamily, txtHerFamily};
     for (int i = 0; i < 3 && i < lstGroups->count(); ++i)
-        lstGroups->item(i)->setText(names[i]->text().trimmed());
+        lstGroups->item(i)->setText(Trim(names[i]->text()));
     pending.attempt([&] {
         if (m_applied)
             m_applied();

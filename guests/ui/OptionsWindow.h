@@ -56,6 +56,8 @@ private:
     void addOrUpdateGroup();
     void deleteGroup();
     void groupDoubleClicked();
+    // The row of the selected entry, -1 when none is.
+    int selectedGroup() const;
     void tabSelected(int tab);
 
     WeddingState& m_state;

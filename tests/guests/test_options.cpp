@@ -1,5 +1,6 @@
 #include "Modal.h"
 #include "RunningProgram.h"
+#include "SystemKeys.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
@@ -20,18 +21,7 @@
 #include <QTabWidget>
 
 using namespace velmora;
-
-namespace {
-
-QStringList entries(const QListWidget* list)
-{
-    QStringList texts;
-    for (int i = 0; i < list->count(); ++i)
-        texts << list->item(i)->text();
-    return texts;
-}
-
-} // namespace
+using test::pressKey;
 
 class OptionsTest : public QObject {
     Q_OBJECT
@@ -46,6 +36,31 @@ private:
     std::unique_ptr<ui::OptionsWindow> open()
     {
         return std::make_unique<ui::OptionsWindow>(m_wedding->state, m_prompts, m_seated, [this] { ++m_applied; });
+    }
+
+    // Shown and active on the groups' tab, with the user's groups A, B and C.
+    std::unique_ptr<ui::OptionsWindow> openGroups()
+    {
+        WeddingState& s = m_wedding->state;
+        s.NumOfGroups = 6;
+        s.UserGroups = {s.CoupleName, s.HisFamily, s.HerFamily, "A", "B", "C"};
+        SaveOptions(s);
+        auto window = open();
+        window->show();
+        window->activateWindow();
+        if (!QTest::qWaitForWindowActive(window.get()))
+            QTest::qFail("the options never became active", __FILE__, __LINE__);
+        window->SSTab1->setCurrentIndex(1);
+        QCoreApplication::processEvents(); // lays the list out
+        return window;
+    }
+
+    static QStringList entries(const QListWidget* list)
+    {
+        QStringList texts;
+        for (int i = 0; i < list->count(); ++i)
+            texts << list->item(i)->text();
+        return texts;
     }
 
     QString ini(const char* section, const char* key)
@@ -110,99 +125,98 @@ private slots:
         window->cmdAddUpdateGroup->click();
         QVERIFY(window->cmdApply->isEnabled());
         window->txtMaxChairs->setText(QStringLiteral("2.5"));
-        window->txtMaxTable->setText(QStringLiteral("3.5"));
         m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן לבטל כסאות לשולחן שמושבים בהם אורחים"));
         window->cmdApply->click();
         QVERIFY(window->cmdApply->isEnabled());
-        QCOMPARE(m_wedding->state.MaxTables, quint8(20)); // nothing changed
+        QCOMPARE(m_wedding->state.MaxChairs, quint8(12)); // nothing changed
 
-        guests::OptionsForm form = window->form();
-        form.maxChairs = QStringLiteral("10.5");
-        form.maxTables = QStringLiteral("7.5");
-        guests::ApplyOptions(m_wedding->state, form);
-        QCOMPARE(m_wedding->state.MaxChairs, quint8(10));
-        QCOMPARE(m_wedding->state.MaxTables, quint8(8));
-
-        // The first Apply makes the three main groups real groups.
-        QCOMPARE(m_wedding->state.NumOfGroups, quint8(4));
-        QCOMPARE(ini("Options", "NumOfGroups"), QStringLiteral("4"));
-        QCOMPARE(ini("UserGroups", "Group-0"), m_wedding->state.CoupleName);
-        QCOMPARE(ini("UserGroups", "Group-3"), QStringLiteral("חברים"));
-        QCOMPARE(guests::GroupNumber(m_wedding->state, m_wedding->state.HerFamily), 3); // the same numbers as before
-    }
-
-    void theGroupListIsEditedOnlyBelowTheMainGroups()
-    {
-        m_wedding->state.NumOfGroups = 6;
-        m_wedding->state.UserGroups = {m_wedding->state.CoupleName, m_wedding->state.HisFamily,
-                                       m_wedding->state.HerFamily, "A", "B", "C"};
-        SaveOptions(m_wedding->state);
-        auto window = open();
-        QCOMPARE(entries(window->lstGroups).mid(3), QStringList({"A", "B", "C"}));
-
-        window->txtNewGroup->setText(QStringLiteral("  "));
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להגדיר קבוצה ריקה"));
-        window->cmdAddUpdateGroup->click();
-        window->txtNewGroup->setText(m_wedding->state.HisFamily);
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("קבוצה דומה כבר קיימת במאגר"));
-        window->cmdAddUpdateGroup->click();
-        window->txtNewGroup->setText(QStringLiteral("a")); // case counts
-        window->cmdAddUpdateGroup->click();
-        QCOMPARE(window->lstGroups->count(), 7);
-
-        // A main group can't be renamed; the refusal leaves Apply on.
-        window->lstGroups->setCurrentRow(1);
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להסיר\\לעדכן שלושת הקבוצות הראשיות"));
-        emit window->lstGroups->itemDoubleClicked(window->lstGroups->item(1));
-        QVERIFY(window->cmdApply->isEnabled());
-
-        // Rename B; then a cancelled update goes back to adding.
-        window->lstGroups->setCurrentRow(4);
-        emit window->lstGroups->itemDoubleClicked(window->lstGroups->item(4));
-        QCOMPARE(window->groupMode(), 2);
-        QCOMPARE(window->txtNewGroup->text(), QStringLiteral("B"));
-        QVERIFY(!window->cmdCancelUpdate->isHidden() && window->cmdDelGroup->isHidden());
-        window->txtNewGroup->setText(QStringLiteral("B2"));
-        window->cmdAddUpdateGroup->click();
-        QCOMPARE(window->lstGroups->item(4)->text(), QStringLiteral("B2"));
-        QCOMPARE(window->groupMode(), 1);
-        window->lstGroups->setCurrentRow(5);
-        emit window->lstGroups->itemDoubleClicked(window->lstGroups->item(5));
-        window->cmdCancelUpdate->click();
-        window->txtNewGroup->setText(QStringLiteral("D"));
-        window->cmdAddUpdateGroup->click();
-        QCOMPARE(entries(window->lstGroups).mid(3), QStringList({"A", "B2", "C", "a", "D"}));
-
-        // Remove A: B2 moves into its place, and A's guests show under B2.
-        window->lstGroups->setCurrentRow(3);
-        emit window->lstGroups->itemClicked(window->lstGroups->item(3));
-        QVERIFY(window->cmdDelGroup->isEnabled());
-        window->cmdDelGroup->click();
-        window->lstGroups->setCurrentRow(0);
-        emit window->lstGroups->itemClicked(window->lstGroups->item(0));
-        QVERIFY(!window->cmdDelGroup->isEnabled());
-        window->cmdApply->click();
-        QCOMPARE(m_applied, 1);
-        QCOMPARE(guests::GroupNumber(m_wedding->state, QStringLiteral("B2")), 4);
-        QCOMPARE(ini("Options", "NumOfGroups"), QStringLiteral("7"));
-        QCOMPARE(ini("UserGroups", "Group-6"), QStringLiteral("D"));
-        QCOMPARE(ini("UserGroups", "Group-7"), QStringLiteral("<none>"));
-    }
-
-    void aRenamedFamilyShowsInTheGroupsAndIsKept()
-    {
-        auto window = open();
+        // Halves go to the even neighbour.
+        window->txtMaxChairs->setText(QStringLiteral("10.5"));
+        window->txtMaxTable->setText(QStringLiteral("7.5"));
         window->txtHisFamily->setText(QStringLiteral(" משפחת כהן-לוי "));
-        window->SSTab1->setCurrentIndex(1);
+        window->SSTab1->setCurrentIndex(1); // the list shows the name as typed
         QCOMPARE(window->lstGroups->item(1)->text(), QStringLiteral(" משפחת כהן-לוי "));
         window->SSTab1->setCurrentIndex(0);
         window->txtHerFamily->setText(QStringLiteral("משפחת אדלר"));
         window->DTPickWedding->setDate(QDate(2027, 6, 1));
         window->cmdApply->click();
-        QCOMPARE(m_wedding->state.HisFamily, QStringLiteral("משפחת כהן-לוי"));
-        QCOMPARE(m_wedding->state.UserGroups.value(2), QStringLiteral("משפחת אדלר")); // without visiting the tab
-        QCOMPARE(ini("Options", "Wedding Date"), QStringLiteral("01/06/2027"));
         QVERIFY(!window->cmdApply->isEnabled());
+        const WeddingState& s = m_wedding->state;
+        QCOMPARE(s.MaxChairs, quint8(10));
+        QCOMPARE(s.MaxTables, quint8(8));
+        QCOMPARE(s.HisFamily, QStringLiteral("משפחת כהן-לוי"));
+        QCOMPARE(s.UserGroups.value(2), QStringLiteral("משפחת אדלר")); // without visiting the tab
+        QCOMPARE(ini("Options", "Wedding Date"), QStringLiteral("01/06/2027"));
+        // The first Apply makes the three main groups real groups, with the numbers they had.
+        QCOMPARE(ini("Options", "NumOfGroups"), QStringLiteral("4"));
+        QCOMPARE(ini("UserGroups", "Group-3"), QStringLiteral("חברים"));
+        QCOMPARE(guests::GroupNumber(s, s.HerFamily), 3);
+    }
+
+    void theGroupListIsEditedOnlyBelowTheMainGroups()
+    {
+        auto window = openGroups();
+        QListWidget* list = window->lstGroups;
+        // Through the window, which makes the double click of two presses as the system does.
+        auto doubleClick = [list](int row) {
+            const QPoint at = list->viewport()->mapTo(list->window(), list->visualItemRect(list->item(row)).center());
+            QTest::mouseDClick(list->window()->windowHandle(), Qt::LeftButton, {}, at);
+        };
+        auto add = [&window](const QString& name) {
+            window->txtNewGroup->setText(name);
+            window->cmdAddUpdateGroup->click();
+        };
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להגדיר קבוצה ריקה"));
+        add(QStringLiteral("  "));
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("קבוצה דומה כבר קיימת במאגר"));
+        add(m_wedding->state.HisFamily);
+        add(QStringLiteral("a")); // case counts
+
+        // A main group can't be renamed; the refusal leaves Apply on.
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להסיר\\לעדכן שלושת הקבוצות הראשיות"));
+        doubleClick(1);
+        QVERIFY(window->cmdApply->isEnabled());
+
+        // Rename B; then a cancelled update goes back to adding.
+        doubleClick(4);
+        QCOMPARE(window->groupMode(), 2);
+        QCOMPARE(window->txtNewGroup->text(), QStringLiteral("B"));
+        QVERIFY(!window->cmdCancelUpdate->isHidden() && window->cmdDelGroup->isHidden());
+        add(QStringLiteral("B2"));
+        QCOMPARE(window->groupMode(), 1);
+        doubleClick(5);
+        window->cmdCancelUpdate->click();
+        add(QStringLiteral("D"));
+        QCOMPARE(entries(list).mid(3), QStringList({"A", "B2", "C", "a", "D"}));
+    }
+
+    void onlyASelectedUserGroupCanBeRemoved()
+    {
+        auto window = openGroups();
+        QVERIFY(!window->cmdDelGroup->isEnabled());
+        window->lstGroups->setFocus();
+        // Keys as the user presses them, and removals (no key): the list moves on to the next
+        // entry, and past the last user group onto a main group.
+        const struct {
+            int key;
+            Qt::KeyboardModifiers modifiers;
+            bool removable;
+        } steps[] = {{Qt::Key_End, {}, true},  {Qt::Key_Up, {}, true},   {Qt::Key_Up, {}, true},
+                     {Qt::Key_Up, {}, false},  {Qt::Key_Down, {}, true}, {Qt::Key_Space, Qt::ControlModifier, false},
+                     {Qt::Key_Space, {}, true}, {0, {}, true},           {0, {}, true},
+                     {0, {}, false}};
+        for (const auto& step : steps) {
+            if (step.key)
+                pressKey(step.key, step.modifiers);
+            else
+                window->cmdDelGroup->click();
+            QCOMPARE(window->cmdDelGroup->isEnabled(), step.removable);
+        }
+        QCOMPARE(window->lstGroups->count(), 3);
+        window->cmdApply->click();
+        QCOMPARE(m_applied, 1);
+        QCOMPARE(ini("Options", "NumOfGroups"), QStringLiteral("3"));
+        QCOMPARE(ini("UserGroups", "Group-3"), QStringLiteral("<none>"));
     }
 
     void okAppliesOnlyWhatPassesAndClosesAnyway()
@@ -233,15 +247,13 @@ private slots:
     void theProgramFollowsAnApply()
     {
         m_wedding->createDatabase();
-        m_wedding->addInvitation({{"FAMILY_NAME", "כהן"}, {"FIRST_NAME", "דנה"}, {"INV_NUM", 9}, {"CONFIRM", 1},
-                                  {"REMARK", ""}, {"PHONES", ""}, {"LIST_GROUP", "1"}, {"TABLE_NO", 3}});
+        m_wedding->addInvitation(test::invitation("כהן", "דנה", 9, 1, 3));
         test::RunningProgram program;
         QVERIFY(program.start(m_wedding->folder()));
         ui::MainWindow& main = program.main();
         test::NextModal options([&](QWidget* modal) {
             auto* window = qobject_cast<ui::OptionsWindow*>(modal);
             QVERIFY(window);
-            QCOMPARE(window->txtMaxTable->text(), QStringLiteral("20"));
             window->txtMaxTable->setText(QStringLiteral("2"));
             window->cmdApply->click(); // table 3 has people
             window->txtMaxTable->setText(QStringLiteral("5"));

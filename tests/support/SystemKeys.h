@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QGuiApplication>
+#include <QTest>
+#include <QWindow>
+
+namespace velmora::test {
+
+// The text a real keyboard sends along with a key, as the X11 window system gives it.
+inline QString systemText(int key)
+{
+    switch (key) {
+    case Qt::Key_Tab:
+        return QStringLiteral("\t");
+    case Qt::Key_Backspace:
+        return QStringLiteral("\b");
+    case Qt::Key_Delete:
+        return QStringLiteral("\x7f");
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return QStringLiteral("\r");
+    case Qt::Key_Escape:
+        return QStringLiteral("\x1b");
+    case Qt::Key_Space:
+        return QStringLiteral(" ");
+    default:
+        // Digits, Latin and Hebrew letters and signs: the key code is the character.
+        return key >= 0x20 && key < 0x1000 ? QString(QChar(key)) : QString();
+    }
+}
+
+// One key pressed and released the way the window system delivers it: to the window that
+// has the focus, then to its focus widget, carrying the key's text.
+inline void pressKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QTest::sendKeyEvent(QTest::Click, QGuiApplication::focusWindow(), Qt::Key(key), systemText(key), modifiers);
+}
+
+} // namespace velmora::test
