@@ -7,6 +7,7 @@
 #include "guests/GuestListModel.h"
 #include "store/Upgrade.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmora::guests {
@@ -34,6 +35,15 @@ bool isMoneyGift(const QVariant& presentType)
     return !presentType.isNull() && (presentType.toInt() == 0 || presentType.toInt() == 1);
 }
 
+// The sum is rounded to whole shekels after each gift. Should gifts ever pass what 64
+// bits hold, the total stops at the limit rather than wrapping round.
+qint64 addGift(qint64 total, double gift)
+{
+    constexpr double Limit = 9.2e18;
+    const double sum = std::nearbyint(double(total) + gift);
+    return std::isnan(sum) ? total : qint64(std::clamp(sum, -Limit, Limit));
+}
+
 } // namespace
 
 QString PlainText(const QVariant& value, PendingFailure& pending)
@@ -45,7 +55,7 @@ QString PlainText(const QVariant& value, PendingFailure& pending)
     return value.toString();
 }
 
-bool CheckEvenNum(qint16 number)
+bool CheckEvenNum(int number)
 {
     return number % 2 == 0;
 }
@@ -123,21 +133,21 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
             const int people = rs.value(QStringLiteral("INV_NUM")).toInt();
             switch (confirm.isNull() ? 0 : confirm.toInt()) {
             case 1:
-                state.GuestsConfirmed = qint16(state.GuestsConfirmed + people);
+                state.GuestsConfirmed += people;
                 break;
             case 2:
-                state.GuestsNotComing = qint16(state.GuestsNotComing + people);
+                state.GuestsNotComing += people;
                 break;
             case 0:
             case 3:
-                state.GuestsUnknown = qint16(state.GuestsUnknown + people);
+                state.GuestsUnknown += people;
                 break;
             default:
                 break;
             }
             const QVariant present = rs.value(QStringLiteral("PRESENT"));
             if (isMoneyGift(rs.value(QStringLiteral("PRESENT_TYPE"))) && !present.isNull())
-                state.PresentTotal = qint32(std::nearbyint(double(state.PresentTotal) + LeadingNumber(present.toString())));
+                state.PresentTotal = addGift(state.PresentTotal, LeadingNumber(present.toString()));
         }
         rows.reserve(size_t(state.InvCount));
         rs.moveFirst();
