@@ -126,11 +126,23 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
         if (!rs.isOpen() || rs.eof())
             return;
         outcome.hasRows = true;
+        // Each field's place is looked up once: by name for every cell, the look-ups would
+        // cost more than the rest of the load on a long list.
+        auto field = [&](const char* name) {
+            const int index = rs.fieldIndex(QString::fromLatin1(name));
+            if (index < 0)
+                rs.value(QString::fromLatin1(name)); // fails, naming the field
+            return index;
+        };
+        const int familyName = field("FAMILY_NAME"), firstName = field("FIRST_NAME"), phones = field("PHONES"),
+                  invNum = field("INV_NUM"), remark = field("REMARK"), confirmField = field("CONFIRM"),
+                  tableNo = field("TABLE_NO"), invStatus = field("INV_STATUS"), address = field("ADDRESS"),
+                  presentType = field("PRESENT_TYPE"), presentField = field("PRESENT");
         // Running totals of the rows shown.
         for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
             ++state.InvCount;
-            const QVariant confirm = rs.value(QStringLiteral("CONFIRM"));
-            const int people = rs.value(QStringLiteral("INV_NUM")).toInt();
+            const QVariant confirm = rs.value(confirmField);
+            const int people = rs.value(invNum).toInt();
             switch (confirm.isNull() ? 0 : confirm.toInt()) {
             case 1:
                 state.GuestsConfirmed += people;
@@ -145,8 +157,8 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
             default:
                 break;
             }
-            const QVariant present = rs.value(QStringLiteral("PRESENT"));
-            if (isMoneyGift(rs.value(QStringLiteral("PRESENT_TYPE"))) && !present.isNull())
+            const QVariant present = rs.value(presentField);
+            if (isMoneyGift(rs.value(presentType)) && !present.isNull())
                 state.PresentTotal = addGift(state.PresentTotal, LeadingNumber(present.toString()));
         }
         rows.reserve(size_t(state.InvCount));
@@ -154,20 +166,19 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
         for (; !rs.eof(); rs.moveNext()) {
             GuestRow row;
             auto& cells = row.cells;
-            cells[0] = PlainText(rs.value(QStringLiteral("FAMILY_NAME")), pending);
-            cells[1] = PlainText(rs.value(QStringLiteral("FIRST_NAME")), pending);
-            cells[2] = PlainText(rs.value(QStringLiteral("PHONES")), pending);
-            cells[3] = PlainText(rs.value(QStringLiteral("INV_NUM")), pending);
-            cells[4] = PlainText(rs.value(QStringLiteral("REMARK")), pending);
-            const QVariant confirm = rs.value(QStringLiteral("CONFIRM"));
+            cells[0] = PlainText(rs.value(familyName), pending);
+            cells[1] = PlainText(rs.value(firstName), pending);
+            cells[2] = PlainText(rs.value(phones), pending);
+            cells[3] = PlainText(rs.value(invNum), pending);
+            cells[4] = PlainText(rs.value(remark), pending);
+            const QVariant confirm = rs.value(confirmField);
             cells[5] = confirmText(confirm);
-            cells[6] = rs.value(QStringLiteral("TABLE_NO")).toString();
-            cells[7] = rs.value(QStringLiteral("INV_STATUS")).toBool() ? QStringLiteral("נשלחה") : QString();
-            cells[8] = rs.value(QStringLiteral("ADDRESS")).toString();
-            const QVariant present = rs.value(QStringLiteral("PRESENT"));
+            cells[6] = rs.value(tableNo).toString();
+            cells[7] = rs.value(invStatus).toBool() ? QStringLiteral("נשלחה") : QString();
+            cells[8] = rs.value(address).toString();
+            const QVariant present = rs.value(presentField);
             if (!present.isNull())
-                cells[9] = (isMoneyGift(rs.value(QStringLiteral("PRESENT_TYPE"))) ? QStringLiteral("₪") : QString())
-                    + present.toString();
+                cells[9] = (isMoneyGift(rs.value(presentType)) ? QStringLiteral("₪") : QString()) + present.toString();
             row.notComing = !confirm.isNull() && confirm.toInt() == 2;
             rows.push_back(std::move(row));
         }
