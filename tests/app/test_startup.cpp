@@ -13,8 +13,6 @@
 #include "app/ui/Startup.h"
 #include "seating/ui/TableMapWindow.h"
 
-#include <QAction>
-#include <QComboBox>
 #include <QLabel>
 #include <QScreen>
 #include <QTableView>
@@ -77,12 +75,7 @@ private slots:
         QCOMPARE(ReadIniValue(ini, "Options", "Wedding Date", ""), values::fromDate(QDate::currentDate()));
 
         ui::MainWindow& main = *windows.main;
-        QCOMPARE(main.windowTitle(), QStringLiteral("רשימת מוזמנים"));
         QCOMPARE(main.lblWeddingCount()->text(), QStringLiteral("עוד 0 ימים לחתונה..."));
-        QCOMPARE(main.grid()->model()->rowCount(), 1);
-        QCOMPARE(main.panel(6)->text(), QStringLiteral("מס' ההזמנות  0"));
-        QCOMPARE(main.cmbUserGroups()->currentText(), QStringLiteral("כל האורחים"));
-        QVERIFY(!main.action(QStringLiteral("mnuUpdate"))->isEnabled() && main.toolButton(1)->isEnabled());
         // Nothing stored: the window system chooses the place, none is forced on it.
         QVERIFY(!main.testAttribute(Qt::WA_Moved));
         const QPoint shownAt = main.frameGeometry().topLeft();
