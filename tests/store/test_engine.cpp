@@ -116,24 +116,6 @@ private slots:
         QCOMPARE(failureOf([&] { empty.appendField({"seats", FieldType::Integer}); }), failures::DuplicateField);
     }
 
-    void appendingAFieldKeepsRowsWithNullInIt()
-    {
-        Database db = peopleDb(path("append.mdb"));
-        addPerson(db, QStringLiteral("דנה"), 2);
-        addPerson(db, QStringLiteral("יואב"), 3);
-        TableDef table = db.tableDef(QStringLiteral("PEOPLE"));
-        const FieldDef address{"ADDRESS", FieldType::Text, 50, false, true};
-        table.appendField(address);
-        QCOMPARE(db.tableDef(QStringLiteral("PEOPLE")).fields().back(), address);
-
-        Recordset rs = db.openRecordset(QStringLiteral("select * from PEOPLE"));
-        QCOMPARE(rs.recordCount(), 2);
-        for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
-            QVERIFY(rs.value(QStringLiteral("ADDRESS")).isNull());
-            QVERIFY(!rs.value(QStringLiteral("NAME")).toString().isEmpty());
-        }
-    }
-
     void recordSetWalksAndCounts()
     {
         Database db = peopleDb(path("walk.mdb"));
