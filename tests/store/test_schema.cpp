@@ -75,12 +75,14 @@ private slots:
         // No keys, indexes, views or triggers: a table is its fields.
         QCOMPARE(sqlite3(file, QStringLiteral("SELECT count(*) FROM sqlite_schema WHERE type <> 'table'")), QStringLiteral("0\n"));
 
-        // The engine reads every property back as it was defined.
-        Database db = Database::open(file);
-        QCOMPARE(db.tableDef(ListTable).fields(), listFields());
-        QCOMPARE(db.tableDef(BudgetTable).fields(), budgetFields());
-        QCOMPARE(db.tableDef(0).name(), ListTable);
-        QCOMPARE(db.tableDef(1).name(), BudgetTable);
+        // Empty text is allowed in these fields only.
+        QStringList emptyAllowed;
+        const TableDef list = Database::open(file).tableDef(ListTable);
+        for (const FieldDef& field : list.fields()) {
+            if (field.allowZeroLength)
+                emptyAllowed << field.name;
+        }
+        QCOMPARE(emptyAllowed, QStringList({"REMARK", "PHONES", "ADDRESS", "PRESENT"}));
     }
 
     void aCreationThatFailsLeavesNothingAndTheNextOneWorks()
