@@ -35,11 +35,16 @@ private slots:
         test::clearUserStore();
     }
 
-    void appPathEndsInExactlyOneSeparator()
+    void pathsAndFiles()
     {
         QCOMPARE(AppPathFor(QStringLiteral("/home/dana/wedding")), QStringLiteral("/home/dana/wedding/"));
         QCOMPARE(AppPathFor(QStringLiteral("/")), QStringLiteral("/"));
         QCOMPARE(m_state.databaseFile(), m_dir.path() + QStringLiteral("/Velmora.mdb"));
+        // A plain file only, blanks around its name aside.
+        for (const QString& none : {QString(), QStringLiteral("   "), m_dir.path(), m_state.iniFile()})
+            QVERIFY2(!FileExists(none), qPrintable(none));
+        SaveOptions(m_state);
+        QVERIFY(FileExists(QStringLiteral("  ") + m_state.iniFile() + QStringLiteral(" ")));
     }
 
     void saveOptionsWritesTheOptionsAndTheGroupsAnew()
@@ -74,17 +79,6 @@ private slots:
         QCOMPARE(next.MaxTables, quint8(40));
         QCOMPARE(next.MaxChairs, quint8(12));
         QVERIFY(!next.OptionsPending);
-    }
-
-    void fileExistsOnlyForPlainFiles()
-    {
-        QVERIFY(!FileExists(QString()));
-        QVERIFY(!FileExists(QStringLiteral("   ")));
-        QVERIFY(!FileExists(m_dir.path()));
-        QVERIFY(!FileExists(m_state.iniFile()));
-        SaveOptions(m_state);
-        QVERIFY(FileExists(m_state.iniFile()));
-        QVERIFY(FileExists(QStringLiteral("  ") + m_state.iniFile() + QStringLiteral(" ")));
     }
 
     void daysToWeddingIsNeverNegative()

@@ -72,18 +72,15 @@ private slots:
     {
         QCOMPARE(failureOf([&] { Database::open(path("missing.mdb")); }), failures::FileNotFound);
 
-        QFile empty(path("empty.mdb"));
-        QVERIFY(empty.open(QIODevice::WriteOnly));
-        empty.close();
-        QCOMPARE(failureOf([&] { Database::open(empty.fileName()); }), failures::NotADatabase);
-
-        QFile text(path("text.mdb"));
-        QVERIFY(text.open(QIODevice::WriteOnly));
-        text.write(QByteArray(4096, 'x'));
-        text.close();
-        const Failure notADatabase = failureIn([&] { Database::open(text.fileName()); });
-        QCOMPARE(notADatabase.number(), failures::NotADatabase);
-        QVERIFY(notADatabase.text().contains(text.fileName()));
+        for (const QByteArray& bytes : {QByteArray(), QByteArray(4096, 'x')}) {
+            QFile junk(path("junk.mdb"));
+            QVERIFY(junk.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            junk.write(bytes);
+            junk.close();
+            const Failure refused = failureIn([&] { Database::open(junk.fileName()); });
+            QCOMPARE(refused.number(), failures::NotADatabase);
+            QVERIFY(refused.text().contains(junk.fileName()));
+        }
 
         Database db = peopleDb(path("people.mdb"));
         QCOMPARE(failureOf([&] { Database::create(path("people.mdb")); }), failures::DatabaseExists);
