@@ -8,6 +8,7 @@
 #include "store/Upgrade.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace velmora::guests {
@@ -33,6 +34,20 @@ QString confirmText(const QVariant& value)
 bool isMoneyGift(const QVariant& presentType)
 {
     return !presentType.isNull() && (presentType.toInt() == 0 || presentType.toInt() == 1);
+}
+
+// The text of a byte value. Those texts are made once and shared: on a long list a new
+// string for every cell is a good part of the load.
+QString byteText(const QVariant& value)
+{
+    static const auto texts = [] {
+        std::array<QString, 256> made;
+        for (int number = 0; number < 256; ++number)
+            made[size_t(number)] = QString::number(number);
+        return made;
+    }();
+    const int number = value.metaType() == QMetaType::fromType<int>() ? value.toInt() : -1;
+    return number >= 0 && number < 256 ? texts[size_t(number)] : value.toString();
 }
 
 // The sum is rounded to whole shekels after each gift. Should gifts ever pass what 64
@@ -169,11 +184,12 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
             cells[0] = PlainText(rs.value(familyName), pending);
             cells[1] = PlainText(rs.value(firstName), pending);
             cells[2] = PlainText(rs.value(phones), pending);
-            cells[3] = PlainText(rs.value(invNum), pending);
+            const QVariant people = rs.value(invNum);
+            cells[3] = people.isNull() ? PlainText(people, pending) : byteText(people);
             cells[4] = PlainText(rs.value(remark), pending);
             const QVariant confirm = rs.value(confirmField);
             cells[5] = confirmText(confirm);
-            cells[6] = rs.value(tableNo).toString();
+            cells[6] = byteText(rs.value(tableNo));
             cells[7] = rs.value(invStatus).toBool() ? QStringLiteral("נשלחה") : QString();
             cells[8] = rs.value(address).toString();
             const QVariant present = rs.value(presentField);
