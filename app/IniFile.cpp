@@ -70,11 +70,17 @@ public:
         QSaveFile file(path);
         if (!file.open(QIODevice::WriteOnly))
             return false;
-        if (m_utf8)
-            file.write(Utf8Bom);
+        bool written = !m_utf8 || file.write(Utf8Bom) == Utf8Bom.size();
         for (const Line& line : m_lines) {
-            file.write(line.bytes);
-            file.write(line.end);
+            written = written && file.write(line.bytes) == line.bytes.size();
+            written = written && file.write(line.end) == line.end.size();
+        }
+        // commit() misses a failed write still in the buffer (a full disk): it would put
+        // the short file in place of the whole one. Flush first, and keep the old file
+        // when anything failed.
+        if (!written || !file.flush()) {
+            file.cancelWriting();
+            return false;
         }
         return file.commit();
     }

@@ -12,7 +12,7 @@ namespace velmora {
 
 // What a refresh of the table map knows of one table.
 struct TableRecord {
-    quint8 PeopleCount = 0;
+    int PeopleCount = 0;
     QString PeopleNames;
 };
 
@@ -38,25 +38,26 @@ struct WeddingState {
     qint32 DaysLeft = 0;
     QString AllGuests;
 
-    // The list now shown.
+    // The list now shown. Counts, totals and grid positions are wide enough for any list
+    // that fits on disk: a million invitations of 255 people each still counts true.
     QString CurGroup;
     QString ListOrder;
-    qint16 InvCount = 0;
-    qint16 GuestsConfirmed = 0;
-    qint16 GuestsNotComing = 0;
-    qint16 GuestsUnknown = 0;
-    qint32 PresentTotal = 0;
+    qint32 InvCount = 0;
+    qint32 GuestsConfirmed = 0;
+    qint32 GuestsNotComing = 0;
+    qint32 GuestsUnknown = 0;
+    qint64 PresentTotal = 0; // whole shekels
 
     // The current invitation and the dialogs.
     quint8 InvMode = 0;
     bool InvMulti = false;
-    qint16 InvRowFrom = 0;
-    qint16 InvRowTo = 0;
+    qint32 InvRowFrom = 0;
+    qint32 InvRowTo = 0;
     QString CurFamilyName;
     QString CurFirstName;
-    qint16 InvRsPos = 0;
-    qint16 SavedRow = 0;
-    qint16 SavedTopRow = 0;
+    qint32 InvRsPos = 0;
+    qint32 SavedRow = 0;
+    qint32 SavedTopRow = 0;
     bool DialerFree = false;
     bool DialPending = false;
     QString DialNumber;

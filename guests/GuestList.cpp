@@ -7,6 +7,8 @@
 #include "guests/GuestListModel.h"
 #include "store/Upgrade.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace velmora::guests {
@@ -41,6 +43,29 @@ bool showsShekel(const QVariant& presentType)
     return !presentType.isNull() && presentType.toInt() != 2;
 }
 
+// The text of a byte value. Those texts are made once and shared: on a long list a new
+// string for every cell is a good part of the load.
+QString byteText(const QVariant& value)
+{
+    static const auto texts = [] {
+        std::array<QString, 256> made;
+        for (int number = 0; number < 256; ++number)
+            made[size_t(number)] = QString::number(number);
+        return made;
+    }();
+    const int number = value.metaType() == QMetaType::fromType<int>() ? value.toInt() : -1;
+    return number >= 0 && number < 256 ? texts[size_t(number)] : value.toString();
+}
+
+// The sum is rounded to whole shekels after each gift. Should gifts ever pass what 64
+// bits hold, the total stops at the limit rather than wrapping round.
+qint64 addGift(qint64 total, double gift)
+{
+    constexpr double Limit = 9.2e18;
+    const double sum = std::nearbyint(double(total) + gift);
+    return std::isnan(sum) ? total : qint64(std::clamp(sum, -Limit, Limit));
+}
+
 } // namespace
 
 QString PlainText(const QVariant& value, PendingFailure& pending)
@@ -52,7 +77,7 @@ QString PlainText(const QVariant& value, PendingFailure& pending)
     return value.toString();
 }
 
-bool CheckEvenNum(qint16 number)
+bool CheckEvenNum(int number)
 {
     return number % 2 == 0;
 }
@@ -123,48 +148,60 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
         if (!rs.isOpen() || rs.eof())
             return;
         outcome.hasRows = true;
+        // Each field's place is looked up once: by name for every cell, the look-ups would
+        // cost more than the rest of the load on a long list.
+        auto field = [&](const char* name) {
+            const int index = rs.fieldIndex(QString::fromLatin1(name));
+            if (index < 0)
+                rs.value(QString::fromLatin1(name)); // fails, naming the field
+            return index;
+        };
+        const int familyName = field("FAMILY_NAME"), firstName = field("FIRST_NAME"), phones = field("PHONES"),
+                  invNum = field("INV_NUM"), remark = field("REMARK"), confirmField = field("CONFIRM"),
+                  tableNo = field("TABLE_NO"), invStatus = field("INV_STATUS"), address = field("ADDRESS"),
+                  presentType = field("PRESENT_TYPE"), presentField = field("PRESENT");
         // Running totals of the rows shown.
         for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
             ++state.InvCount;
-            const QVariant confirm = rs.value(QStringLiteral("CONFIRM"));
-            const int people = rs.value(QStringLiteral("INV_NUM")).toInt();
+            const QVariant confirm = rs.value(confirmField);
+            const int people = rs.value(invNum).toInt();
             switch (confirm.isNull() ? 0 : confirm.toInt()) {
             case 1:
-                state.GuestsConfirmed = qint16(state.GuestsConfirmed + people);
+                state.GuestsConfirmed += people;
                 break;
             case 2:
-                state.GuestsNotComing = qint16(state.GuestsNotComing + people);
+                state.GuestsNotComing += people;
                 break;
             case 0:
             case 3:
-                state.GuestsUnknown = qint16(state.GuestsUnknown + people);
+                state.GuestsUnknown += people;
                 break;
             default:
                 break;
             }
-            const QVariant present = rs.value(QStringLiteral("PRESENT"));
-            if (isMoneyGift(rs.value(QStringLiteral("PRESENT_TYPE"))) && !present.isNull())
-                state.PresentTotal = qint32(std::nearbyint(double(state.PresentTotal) + LeadingNumber(present.toString())));
+            const QVariant present = rs.value(presentField);
+            if (isMoneyGift(rs.value(presentType)) && !present.isNull())
+                state.PresentTotal = addGift(state.PresentTotal, LeadingNumber(present.toString()));
         }
         rows.reserve(size_t(state.InvCount));
         rs.moveFirst();
         for (; !rs.eof(); rs.moveNext()) {
             GuestRow row;
             auto& cells = row.cells;
-            cells[0] = PlainText(rs.value(QStringLiteral("FAMILY_NAME")), pending);
-            cells[1] = PlainText(rs.value(QStringLiteral("FIRST_NAME")), pending);
-            cells[2] = PlainText(rs.value(QStringLiteral("PHONES")), pending);
-            cells[3] = PlainText(rs.value(QStringLiteral("INV_NUM")), pending);
-            cells[4] = PlainText(rs.value(QStringLiteral("REMARK")), pending);
-            const QVariant confirm = rs.value(QStringLiteral("CONFIRM"));
+            cells[0] = PlainText(rs.value(familyName), pending);
+            cells[1] = PlainText(rs.value(firstName), pending);
+            cells[2] = PlainText(rs.value(phones), pending);
+            const QVariant people = rs.value(invNum);
+            cells[3] = people.isNull() ? PlainText(people, pending) : byteText(people);
+            cells[4] = PlainText(rs.value(remark), pending);
+            const QVariant confirm = rs.value(confirmField);
             cells[5] = confirmText(confirm);
-            cells[6] = rs.value(QStringLiteral("TABLE_NO")).toString();
-            cells[7] = rs.value(QStringLiteral("INV_STATUS")).toBool() ? QStringLiteral("נשלחה") : QString();
-            cells[8] = rs.value(QStringLiteral("ADDRESS")).toString();
-            const QVariant present = rs.value(QStringLiteral("PRESENT"));
+            cells[6] = byteText(rs.value(tableNo));
+            cells[7] = rs.value(invStatus).toBool() ? QStringLiteral("נשלחה") : QString();
+            cells[8] = rs.value(address).toString();
+            const QVariant present = rs.value(presentField);
             if (!present.isNull())
-                cells[9] = (showsShekel(rs.value(QStringLiteral("PRESENT_TYPE"))) ? QStringLiteral("₪") : QString())
-                    + present.toString();
+                cells[9] = (showsShekel(rs.value(presentType)) ? QStringLiteral("₪") : QString()) + present.toString();
             row.notComing = !confirm.isNull() && confirm.toInt() == 2;
             rows.push_back(std::move(row));
         }

@@ -32,7 +32,7 @@ struct ListOutcome {
     std::array<QString, 7> panels;   // status bar panels 1 to 7; 1 and 7 stay as they are
 };
 
-bool CheckEvenNum(qint16 number);
+bool CheckEvenNum(int number);
 
 // The text of a column that must hold a value: a Null leaves it empty and is kept as a
 // failure to report.

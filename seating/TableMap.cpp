@@ -34,7 +34,7 @@ bool CountTables(WeddingState& state, PendingFailure& pending)
             if (table < 1 || table > state.MaxTables)
                 continue; // no item to show it on
             TableRecord& record = state.TableInfo[size_t(table)];
-            record.PeopleCount = quint8(std::min(255, record.PeopleCount + rs.value(QStringLiteral("INV_NUM")).toInt()));
+            record.PeopleCount += rs.value(QStringLiteral("INV_NUM")).toInt();
             record.PeopleNames += rs.value(QStringLiteral("FAMILY_NAME")).toString() + u' '
                 + rs.value(QStringLiteral("FIRST_NAME")).toString() + QStringLiteral(" , ");
         }

@@ -50,6 +50,10 @@ QString quoted(const QString& name)
 [[noreturn]] void failSqlite(sqlite3* db, int rc, const QString& path = {})
 {
     const QString detail = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QString::fromUtf8(sqlite3_errstr(rc));
+    // SQLite says "full" for ENOSPC only. A write refused for a quota or a file size
+    // limit is the same to the user: there is no room for the change.
+    if ((rc & 0xff) == SQLITE_IOERR && db && sqlite3_extended_errcode(db) == SQLITE_IOERR_WRITE)
+        rc = SQLITE_FULL;
     switch (rc & 0xff) {
     case SQLITE_READONLY:
         fail(failures::ReadOnly, QStringLiteral("לא ניתן לעדכן: מסד הנתונים מיועד לקריאה בלבד."));

@@ -11,6 +11,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -167,7 +168,7 @@ private:
     std::shared_ptr<detail::Connection> m_connection;
     QString m_table;
     std::vector<FieldDef> m_fields;
-    std::vector<QVariant> m_cells; // row-major, fieldCount() a row
+    std::deque<QVariant> m_cells; // row-major, fieldCount() a row; grows without moving what it holds
     std::vector<qint64> m_rowIds;
     int m_position = 0;
     bool m_onDeleted = false;

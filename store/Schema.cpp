@@ -5,6 +5,8 @@
 #include "app/Prompts.h"
 #include "app/WeddingState.h"
 
+#include <QFile>
+
 namespace velmora::store {
 
 namespace {
@@ -101,15 +103,39 @@ void appendTable(Database& db, const QString& name, const std::vector<FieldDef>&
     pending.attempt([&] { db.appendTableDef(table); });
 }
 
+namespace {
+
+void removeWithJournal(const QString& path)
+{
+    QFile::remove(path);
+    QFile::remove(path + QStringLiteral("-journal"));
+}
+
+} // namespace
+
 bool CreateNewDatabase(WeddingState& state, Prompts& prompts)
 {
+    // Built under a passing name and renamed into place only when whole: a creation that
+    // fails half way (a full disk) leaves nothing that a later start would take for a
+    // wedding, so that start simply tries again.
+    const QString file = state.databaseFile();
+    const QString building = file + QStringLiteral(".new");
+    removeWithJournal(building); // left by a start that was cut short
     PendingFailure pending;
-    pending.attempt([&] { state.WeddingDb = Database::create(state.databaseFile(), DatabaseLocale, DatabaseVersion); });
-    if (state.WeddingDb.isOpen()) {
-        appendTable(state.WeddingDb, ListTable, listFields(), pending);
-        appendTable(state.WeddingDb, BudgetTable, budgetFields(), pending);
+    Database db;
+    pending.attempt([&] { db = Database::create(building, DatabaseLocale, DatabaseVersion); });
+    if (db.isOpen()) {
+        appendTable(db, ListTable, listFields(), pending);
+        appendTable(db, BudgetTable, budgetFields(), pending);
+        pending.attempt([&] { db.close(); });
     }
+    if (!pending && !QFile::rename(building, file))
+        pending.fail(failures::InvalidPath, QStringLiteral("לא ניתן ליצור את הקובץ '%1'.").arg(file));
+    if (!pending)
+        pending.attempt([&] { state.WeddingDb = Database::open(file); });
     if (pending) {
+        db = Database();
+        removeWithJournal(building);
         prompts.critical(QStringLiteral("!ארעה שגיאה קריטית בתהליך יצירת התוכנה") + state.CrLf + product::WebAddress
                              + state.CrLf + product::SupportMail,
                          QStringLiteral("שדרוג גירסת תוכנה"));

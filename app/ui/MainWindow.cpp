@@ -6,6 +6,7 @@
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
+#include "app/WindowPlacement.h"
 #include "app/ui/HebrewText.h"
 #include "app/ui/TypedKeys.h"
 #include "guests/Removal.h"
@@ -23,6 +24,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTableView>
@@ -320,8 +322,8 @@ void MainWindow::UpdateInv()
     }
     // The selection runs from the current row to its other end, up or down.
     const auto [current, end] = selectionEnds();
-    m_state.InvRowFrom = qint16(std::min(current, end));
-    m_state.InvRowTo = qint16(std::max(current, end));
+    m_state.InvRowFrom = std::min(current, end);
+    m_state.InvRowTo = std::max(current, end);
     m_state.InvMulti = m_state.InvRowFrom != m_state.InvRowTo;
     QString question;
     if (!m_state.InvMulti) {
@@ -343,8 +345,8 @@ void MainWindow::UpdateInv()
 
 void MainWindow::rememberGridPosition()
 {
-    m_state.SavedTopRow = qint16(std::max(0, m_grid->rowAt(0)) + 1);
-    m_state.SavedRow = qint16(std::max(0, m_grid->currentIndex().row()) + 1);
+    m_state.SavedTopRow = std::max(0, m_grid->rowAt(0)) + 1;
+    m_state.SavedRow = std::max(0, m_grid->currentIndex().row()) + 1;
 }
 
 void MainWindow::restoreGridPosition()
@@ -602,16 +604,23 @@ bool MainWindow::load(TableMapWindow& tableMap)
     // The size as built is the size the controls' places were designed for.
     m_designedSize = size();
 
-    // Placement from the per-user store; the defaults are the window as built.
-    const QRect built(pos(), size());
-    auto readTwips = [&](const keys::Key& key, int pixels) {
-        return twipsToPixels(values::toNumber(m_store.read(key, QString::number(pixelsToTwips(pixels)))).value_or(
-            pixelsToTwips(pixels)));
+    // Placement from the per-user store, brought onto the screens there are now. What was
+    // never stored stays as built: on a first start the window system chooses the place.
+    auto storedPixels = [&](const keys::Key& key) -> std::optional<int> {
+        if (const auto twips = values::toNumber(m_store.read(key)))
+            return twipsToPixels(*twips);
+        return std::nullopt;
     };
+    QList<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens.append(screen->availableGeometry());
+    const Placement placement = PlaceOnScreens({storedPixels(keys::MainLeft), storedPixels(keys::MainTop),
+                                                storedPixels(keys::MainWidth), storedPixels(keys::MainHeight)},
+                                               size(), minimumSizeHint(), screens);
+    resize(placement.size);
+    if (placement.position)
+        move(*placement.position); // the outer corner, title bar included
     const QString savedState = m_store.read(keys::Window, QStringLiteral("0"));
-    const QRect placed(readTwips(keys::MainLeft, built.x()), readTwips(keys::MainTop, built.y()),
-                       readTwips(keys::MainWidth, built.width()), readTwips(keys::MainHeight, built.height()));
-    setGeometry(placed);
     if (savedState == u"2")
         setWindowState(Qt::WindowMaximized);
     for (int column = 0; column < guests::ColumnCount; ++column)
@@ -751,11 +760,14 @@ void MainWindow::closeEvent(QCloseEvent* event)
             m_store.write(keys::Window, QStringLiteral("2"));
         } else if (!isMinimized()) {
             m_store.write(keys::Window, QStringLiteral("0"));
-            const QRect placed = geometry();
-            m_store.write(keys::MainLeft, QString::number(pixelsToTwips(placed.x())));
-            m_store.write(keys::MainTop, QString::number(pixelsToTwips(placed.y())));
-            m_store.write(keys::MainWidth, QString::number(pixelsToTwips(placed.width())));
-            m_store.write(keys::MainHeight, QString::number(pixelsToTwips(placed.height())));
+            // Only a window the window system has shown has a real position; some
+            // systems never tell it.
+            if (isVisible() && !QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+                m_store.write(keys::MainLeft, QString::number(pixelsToTwips(frameGeometry().x())));
+                m_store.write(keys::MainTop, QString::number(pixelsToTwips(frameGeometry().y())));
+            }
+            m_store.write(keys::MainWidth, QString::number(pixelsToTwips(width())));
+            m_store.write(keys::MainHeight, QString::number(pixelsToTwips(height())));
         }
         for (int column = 0; column < guests::ColumnCount; ++column)
             m_store.write(keys::ColWidth, column, QString::number(pixelsToTwips(m_grid->columnWidth(column))));

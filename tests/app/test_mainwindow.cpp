@@ -133,7 +133,8 @@ private slots:
     void thePlacementAndTheColumnsSurviveARestart()
     {
         ui::MainWindow& main = start();
-        main.setGeometry(100, 80, 900, 500);
+        main.move(100, 80); // the outer corner
+        main.resize(700, 500);
         main.grid()->setColumnWidth(0, 120);
         main.grid()->setColumnWidth(9, 30);
         m_prompts.expectMapSaveQuestion(PromptAnswer::Ok);
@@ -141,12 +142,13 @@ private slots:
         UserStore store;
         QCOMPARE(store.read(keys::Window), QStringLiteral("0"));
         QCOMPARE(store.read(keys::MainLeft), QStringLiteral("1500"));
-        QCOMPARE(store.read(keys::MainWidth), QStringLiteral("13500"));
+        QCOMPARE(store.read(keys::MainWidth), QStringLiteral("10500"));
         QCOMPARE(store.read(keys::ColWidth, 0), QStringLiteral("1800"));
         QCOMPARE(store.read(keys::ColWidth, 9), QStringLiteral("450"));
 
         ui::MainWindow& again = start();
-        QCOMPARE(again.geometry(), QRect(100, 80, 900, 500));
+        QCOMPARE(again.frameGeometry().topLeft(), QPoint(100, 80));
+        QCOMPARE(again.size(), QSize(700, 500));
         QCOMPARE(again.grid()->columnWidth(0), 120);
         QCOMPARE(again.grid()->columnWidth(9), 30);
         QCOMPARE(again.grid()->columnWidth(1), twipsToPixels(1700));
@@ -163,7 +165,7 @@ private slots:
         maximised.showMinimized();
         maximised.close();
         QCOMPARE(store.read(keys::Window), QStringLiteral("2"));
-        QCOMPARE(store.read(keys::MainWidth), QStringLiteral("13500"));
+        QCOMPARE(store.read(keys::MainWidth), QStringLiteral("10500"));
     }
 
     void buttonTenFollowsTheMapsTick()

@@ -1,27 +1,53 @@
+#include "RunningProgram.h"
 #include "ScriptedPrompts.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
 #include "app/IniFile.h"
 #include "app/Settings.h"
+#include "app/Twips.h"
 #include "app/Wedding.h"
+#include "app/WindowPlacement.h"
 #include "app/ui/MainWindow.h"
 #include "app/ui/SplashWindow.h"
 #include "app/ui/Startup.h"
 #include "seating/ui/TableMapWindow.h"
-#include "store/SampleWedding.h"
 
-#include <QAction>
-#include <QComboBox>
-#include <QHeaderView>
 #include <QLabel>
+#include <QScreen>
 #include <QTableView>
+
+#include <sqlite3.h>
 
 using namespace velmora;
 
+Q_DECLARE_METATYPE(velmora::StoredPlacement)
+Q_DECLARE_METATYPE(std::optional<QPoint>)
+
 namespace {
+
 const QString Created = QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה.");
+
+// Invitations 1 to `count` in one statement: family "משפחה " and the number, five people
+// each, answers 0 to 3 in turn, the first 300 at table 1, a gift of 100,000 each.
+void insertInvitations(const QString& file, int count)
+{
+    sqlite3* db = nullptr;
+    QCOMPARE(sqlite3_open(QFile::encodeName(file).constData(), &db), SQLITE_OK);
+    const QByteArray sql =
+        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                       "INSERT INTO VELMORA_LIST (FAMILY_NAME, FIRST_NAME, INV_NUM, REMARK, LIST_GROUP, PHONES, CONFIRM, "
+                       "TABLE_NO, INV_STATUS, ADDRESS, PRESENT_TYPE, PRESENT) "
+                       "SELECT 'משפחה ' || i, 'א', 5, '', '1', '050', i % 4, CASE WHEN i <= 300 THEN 1 END, 0, '', 1, "
+                       "'100000' FROM n")
+            .arg(count)
+            .toUtf8();
+    const int rc = sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
+    sqlite3_close(db);
+    QCOMPARE(rc, SQLITE_OK);
 }
+
+} // namespace
 
 class StartupTest : public QObject {
     Q_OBJECT
@@ -32,93 +58,73 @@ private slots:
     void aFirstStartInAnEmptyFolder()
     {
         QTemporaryDir dir;
-        WeddingState state;
-        test::ScriptedPrompts prompts;
-        prompts.expectMessage(PromptIcon::None, Created);
-        auto windows = ui::Main(state, prompts, dir.path());
-        QVERIFY(windows);
-        QVERIFY(prompts.verifyDone());
+        test::RunningProgram program;
+        program.prompts.expectMessage(PromptIcon::None, Created);
+        QVERIFY(program.start(dir.path()));
+        QVERIFY(program.prompts.verifyDone());
+        const ui::Windows& windows = *program.windows;
 
-        QCOMPARE(state.AppPath, dir.path() + u'/');
-        QVERIFY(!windows->splash->isVisible());
-        QCOMPARE(windows->splash->lblWeddingCount->text(), QStringLiteral("עוד 0 ימים לחתונה..."));
-        QCOMPARE(windows->splash->lblVersion->text(), QStringLiteral("Version 1.0.0"));
-        QVERIFY(windows->main->isVisible());
-        QVERIFY(!windows->tableMap->isVisible());
-        QVERIFY(state.OptionsPending);
-        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("Velmora.mdb"))));
-        const QString ini = dir.filePath(QStringLiteral("velmora.ini"));
-        QCOMPARE(ReadIniValue(ini, "Options", "Couple", ""), QStringLiteral("שמות בני הזוג"));
-        QCOMPARE(ReadIniValue(ini, "Options", "Wedding Date", ""), values::fromDate(QDate::currentDate()));
+        QCOMPARE(program.state.AppPath, dir.path() + u'/');
+        QVERIFY(!windows.splash->isVisible());
+        QCOMPARE(windows.splash->lblWeddingCount->text(), QStringLiteral("עוד 0 ימים לחתונה..."));
+        QCOMPARE(windows.splash->lblVersion->text(), QStringLiteral("Version 1.0.0"));
+        QVERIFY(windows.main->isVisible() && !windows.tableMap->isVisible());
+        QVERIFY(program.state.OptionsPending);
+        QCOMPARE(ReadIniValue(dir.filePath(QStringLiteral("velmora.ini")), "Options", "Couple", ""),
+                 QStringLiteral("שמות בני הזוג"));
 
-        ui::MainWindow& main = *windows->main;
-        QCOMPARE(main.windowTitle(), QStringLiteral("רשימת מוזמנים"));
+        ui::MainWindow& main = *windows.main;
         QCOMPARE(main.lblWeddingCount()->text(), QStringLiteral("עוד 0 ימים לחתונה..."));
-        QCOMPARE(main.lblList()->text(), QStringLiteral("רשימה של כל האורחים"));
-        QCOMPARE(main.grid()->model()->rowCount(), 1);
-        QCOMPARE(main.grid()->model()->columnCount(), 10);
-        QCOMPARE(main.panel(6)->text(), QStringLiteral("מס' ההזמנות  0"));
-        QCOMPARE(main.cmbUserGroups()->count(), 4);
-        QCOMPARE(main.cmbUserGroups()->currentText(), QStringLiteral("כל האורחים"));
-        for (const char* off : {"mnuUpdate", "mnuRemove", "mnuPrintEnvLables", "mnuPrintReport", "mnuPrintSittingNotes",
-                                "popUpdate", "popDelete"})
-            QVERIFY2(!main.action(QString::fromLatin1(off))->isEnabled(), off);
-        QVERIFY(main.action(QStringLiteral("mnuDial"))->isEnabled() && main.toolButton(1)->isEnabled());
-        QVERIFY(!main.toolButton(5)->isEnabled() && !main.toolButton(8)->isEnabled());
-        prompts.expectMapSaveQuestion(PromptAnswer::Ok); // a first run has no places stored yet
+        // Nothing stored: the window system chooses the place, none is forced on it.
+        QVERIFY(!main.testAttribute(Qt::WA_Moved));
+        const QPoint shownAt = main.frameGeometry().topLeft();
+        program.prompts.expectMapSaveQuestion(PromptAnswer::Ok); // a first run has no places stored yet
         main.close();
+        UserStore store;
+        QCOMPARE(store.read(keys::MainLeft), QString::number(pixelsToTwips(shownAt.x())));
 
-        // The second start finds everything in place and says nothing.
-        WeddingState again;
-        auto second = ui::Main(again, prompts, dir.path());
-        QVERIFY(second);
-        QVERIFY(!again.OptionsPending);
-        second->main->close(); // the places were kept: nothing to ask
+        // The second start finds everything in place and says nothing; a placement that
+        // fits no screen is brought onto one.
+        store.write(keys::MainLeft, QString::number(INT_MAX));
+        store.write(keys::MainTop, QStringLiteral("-90000"));
+        store.write(keys::MainWidth, QString::number(INT_MAX));
+        QVERIFY(program.start(dir.path()));
+        QVERIFY(!program.state.OptionsPending);
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY2(screen.contains(program.main().frameGeometry().topLeft()), "title bar off screen");
+        QCOMPARE(program.main().width(), screen.width());
     }
 
-    void aSampleWeddingFillsTheGrid()
+    void aWeddingOfFortyThousandInvitationsCountsTrue()
     {
         test::TestWedding wedding;
-        wedding.createDatabase();
-        {
-            store::Database db = wedding.open();
-            store::fillSampleWedding(db, store::SampleOptions{});
-        }
-        wedding.state.WeddingDate = QDate::currentDate().addDays(12);
-        SaveOptions(wedding.state);
+        wedding.createWedding(100);
+        insertInvitations(wedding.state.databaseFile(), 40000);
+        test::RunningProgram program;
+        const QString overFull = QStringLiteral("לא ניתן להושיב יותר מ- 15 איש בשולחן"); // table 1, at each refresh
+        program.prompts.expectMessage(PromptIcon::None, overFull).expectMessage(PromptIcon::None, overFull);
+        QVERIFY(program.start(wedding.folder()));
+        ui::MainWindow& main = program.main();
 
-        WeddingState state;
-        test::ScriptedPrompts prompts;
-        auto windows = ui::Main(state, prompts, wedding.folder());
-        QVERIFY(windows);
-        ui::MainWindow& main = *windows->main;
-        QCOMPARE(windows->splash->lblWeddingCount->text(), QStringLiteral("עוד 12 ימים לחתונה..."));
-        QCOMPARE(main.grid()->model()->rowCount(), 300);
-        QCOMPARE(state.InvCount, qint16(300));
-        QCOMPARE(main.panel(6)->text(), QStringLiteral("מס' ההזמנות  300"));
-        QCOMPARE(main.panel(2)->text(), QStringLiteral("מתנות ₪") + QString::number(state.PresentTotal));
-        QVERIFY(main.toolButton(2)->isEnabled());
-        QCOMPARE(main.grid()->layoutDirection(), Qt::RightToLeft);
-        QCOMPARE(main.grid()->columnWidth(0), 83); // 1250 twips
-        QCOMPARE(main.grid()->columnWidth(9), 53);
-        prompts.expectMapSaveQuestion();
-        main.close();
-    }
+        QCOMPARE(main.grid()->model()->rowCount(), 40000);
+        QCOMPARE(main.panel(2)->text(), QStringLiteral("מתנות ₪4000000000"));
+        QCOMPARE(main.panel(3)->text(), QStringLiteral("אישרו שלא מגיעים  50000"));
+        QCOMPARE(main.panel(4)->text(), QStringLiteral("ממתינים לאישור  100000"));
+        QCOMPARE(main.panel(5)->text(), QStringLiteral("אישרו שמגיעים  50000"));
+        QCOMPARE(main.panel(6)->text(), QStringLiteral("מס' ההזמנות  40000"));
+        QCOMPARE(program.state.TableInfo[1].PeopleCount, 1500);
 
-    void aWeddingDateInThePastReadsZeroDays()
-    {
-        test::TestWedding wedding;
-        wedding.createDatabase();
-        wedding.state.WeddingDate = QDate(2020, 5, 17);
-        SaveOptions(wedding.state);
-        WeddingState state;
-        test::ScriptedPrompts prompts;
-        auto windows = ui::Main(state, prompts, wedding.folder());
-        QCOMPARE(state.DaysLeft, 0);
-        QCOMPARE(windows->main->lblWeddingCount()->text(), QStringLiteral("עוד 0 ימים לחתונה..."));
-        QCOMPARE(state.WeddingDate, QDate(2020, 5, 17));
-        prompts.expectMapSaveQuestion();
-        windows->main->close();
+        // The last row is the one acted on, and the grid comes back to it after a reload.
+        main.grid()->selectionModel()->setCurrentIndex(main.listModel().index(39999, 2),
+                                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        program.prompts.expectQuestion(QStringLiteral("האם לעדכן את ההזמנה למשפחה 40000 א?"), PromptAnswer::No);
+        main.UpdateInv();
+        QCOMPARE(program.state.InvRowFrom, 40000);
+        main.rememberGridPosition();
+        program.prompts.expectMessage(PromptIcon::None, overFull);
+        main.refreshList();
+        main.restoreGridPosition();
+        QCOMPARE(main.grid()->currentIndex().row(), 39999);
     }
 
     void aDamagedDatabaseEndsTheStart()
@@ -134,6 +140,37 @@ private slots:
                               QStringLiteral("שדרוג גירסת תוכנה"));
         QVERIFY(!ui::Main(state, prompts, dir.path()));
         QCOMPARE(QFileInfo(file.fileName()).size(), 0); // not created anew
+    }
+
+    void aStoredPlacementIsBroughtOntoTheScreens_data()
+    {
+        QTest::addColumn<StoredPlacement>("stored");
+        QTest::addColumn<std::optional<QPoint>>("position");
+        QTest::addColumn<QSize>("size");
+        using P = std::optional<QPoint>;
+        const std::optional<int> no;
+        // Two screens side by side (see below); built 800 by 450, at least 300 by 200.
+        QTest::newRow("as stored") << StoredPlacement{100, 80, 900, 500} << P({100, 80}) << QSize(900, 500);
+        QTest::newRow("nothing stored") << StoredPlacement{} << P() << QSize(800, 450);
+        QTest::newRow("only a size") << StoredPlacement{no, 50, 1000, 700} << P() << QSize(1000, 700);
+        QTest::newRow("largest numbers") << StoredPlacement{INT_MAX, INT_MAX, INT_MAX, INT_MAX} << P({1920, 0})
+                                         << QSize(1280, 994);
+        QTest::newRow("smallest numbers") << StoredPlacement{INT_MIN, INT_MIN, INT_MIN, -1} << P({0, 30}) << QSize(800, 450);
+        QTest::newRow("too small") << StoredPlacement{10, 40, 5, 5} << P({10, 40}) << QSize(300, 200);
+        QTest::newRow("second screen") << StoredPlacement{2000, 100, 800, 600} << P({2000, 100}) << QSize(800, 600);
+        QTest::newRow("over its edge") << StoredPlacement{2900, 900, 800, 600} << P({2400, 394}) << QSize(800, 600);
+        QTest::newRow("monitor gone") << StoredPlacement{-1900, 300, 800, 600} << P({0, 300}) << QSize(800, 600);
+    }
+
+    void aStoredPlacementIsBroughtOntoTheScreens()
+    {
+        QFETCH(StoredPlacement, stored);
+        QFETCH(std::optional<QPoint>, position);
+        QFETCH(QSize, size);
+        const QList<QRect> screens = {QRect(0, 30, 1920, 1050), QRect(1920, 0, 1280, 994)};
+        const Placement placed = PlaceOnScreens(stored, QSize(800, 450), QSize(300, 200), screens);
+        QCOMPARE(placed.position, position);
+        QCOMPARE(placed.size, size);
     }
 };
 

@@ -1,8 +1,10 @@
+#include "FullDisk.h"
 #include "TestMain.h"
 
 #include "store/Engine.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -13,22 +15,19 @@ using namespace velmora::store;
 
 namespace {
 
-FieldDef field(const char* name, FieldType type, int size = 0, bool required = false, bool allowZeroLength = false)
-{
-    return FieldDef{QString::fromLatin1(name), type, size, required, allowZeroLength};
-}
-
 // A small table with one field of every kind and every rule.
+const std::vector<FieldDef> PeopleFields = {
+    {"NAME", FieldType::Text, 20, true, false}, {"NOTE", FieldType::Text, 5, false, true},
+    {"SEATS", FieldType::Byte},                  {"DELTA", FieldType::Integer},
+    {"SENT", FieldType::Boolean},                {"PRICE", FieldType::Currency, 0, true},
+};
+
 Database peopleDb(const QString& path)
 {
     Database db = Database::create(path);
     TableDef table = db.createTableDef(QStringLiteral("PEOPLE"));
-    table.appendField(field("NAME", FieldType::Text, 20, true, false));
-    table.appendField(field("NOTE", FieldType::Text, 5, false, true));
-    table.appendField(field("SEATS", FieldType::Byte));
-    table.appendField(field("DELTA", FieldType::Integer));
-    table.appendField(field("SENT", FieldType::Boolean));
-    table.appendField(field("PRICE", FieldType::Currency, 0, true));
+    for (const FieldDef& field : PeopleFields)
+        table.appendField(field);
     db.appendTableDef(table);
     return db;
 }
@@ -44,24 +43,19 @@ void addPerson(Database& db, const QString& name, int seats, const QVariant& pri
     rs.close();
 }
 
-int failureOf(const std::function<void()>& step)
+Failure failureIn(const std::function<void()>& step)
 {
     try {
         step();
     } catch (const Failure& failure) {
-        return failure.number();
+        return failure;
     }
-    return 0;
+    return Failure(0, {});
 }
 
-QString failureText(const std::function<void()>& step)
+int failureOf(const std::function<void()>& step)
 {
-    try {
-        step();
-    } catch (const Failure& failure) {
-        return failure.text();
-    }
-    return {};
+    return failureIn(step).number();
 }
 
 } // namespace
@@ -78,18 +72,15 @@ private slots:
     {
         QCOMPARE(failureOf([&] { Database::open(path("missing.mdb")); }), failures::FileNotFound);
 
-        QFile empty(path("empty.mdb"));
-        QVERIFY(empty.open(QIODevice::WriteOnly));
-        empty.close();
-        QCOMPARE(failureOf([&] { Database::open(empty.fileName()); }), failures::NotADatabase);
-
-        QFile text(path("text.mdb"));
-        QVERIFY(text.open(QIODevice::WriteOnly));
-        text.write(QByteArray(4096, 'x'));
-        text.close();
-        const QString message = failureText([&] { Database::open(text.fileName()); });
-        QVERIFY2(message.contains(text.fileName()), qPrintable(message));
-        QCOMPARE(failureOf([&] { Database::open(text.fileName()); }), failures::NotADatabase);
+        for (const QByteArray& bytes : {QByteArray(), QByteArray(4096, 'x')}) {
+            QFile junk(path("junk.mdb"));
+            QVERIFY(junk.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            junk.write(bytes);
+            junk.close();
+            const Failure refused = failureIn([&] { Database::open(junk.fileName()); });
+            QCOMPARE(refused.number(), failures::NotADatabase);
+            QVERIFY(refused.text().contains(junk.fileName()));
+        }
 
         Database db = peopleDb(path("people.mdb"));
         QCOMPARE(failureOf([&] { Database::create(path("people.mdb")); }), failures::DatabaseExists);
@@ -108,43 +99,18 @@ private slots:
         QCOMPARE(db.tableDefCount(), 1);
         const TableDef table = db.tableDef(0);
         QCOMPARE(table.name(), QStringLiteral("PEOPLE"));
-        QCOMPARE(table.fieldCount(), 6);
-        QCOMPARE(table.field(0), field("NAME", FieldType::Text, 20, true, false));
-        QCOMPARE(table.field(1), field("NOTE", FieldType::Text, 5, false, true));
-        QCOMPARE(table.field(2), field("SEATS", FieldType::Byte));
-        QCOMPARE(table.field(3), field("DELTA", FieldType::Integer));
-        QCOMPARE(table.field(4), field("SENT", FieldType::Boolean));
-        QCOMPARE(table.field(5), field("PRICE", FieldType::Currency, 0, true));
+        QCOMPARE(table.fields(), PeopleFields);
         QCOMPARE(failureOf([&] { table.field(6); }), failures::ItemNotFound);
         QCOMPARE(failureOf([&] { db.tableDef(QStringLiteral("NOPE")); }), failures::ItemNotFound);
         QCOMPARE(db.tableDef(QStringLiteral("people")).name(), QStringLiteral("PEOPLE"));
 
         TableDef again = db.createTableDef(QStringLiteral("PEOPLE"));
-        again.appendField(field("X", FieldType::Byte));
+        again.appendField(PeopleFields[2]);
         QCOMPARE(failureOf([&] { db.appendTableDef(again); }), failures::TableExists);
         TableDef empty = db.createTableDef(QStringLiteral("EMPTY"));
         QCOMPARE(failureOf([&] { db.appendTableDef(empty); }), failures::NoFields);
-        TableDef twice = db.createTableDef(QStringLiteral("TWICE"));
-        twice.appendField(field("A", FieldType::Byte));
-        QCOMPARE(failureOf([&] { twice.appendField(field("a", FieldType::Integer)); }), failures::DuplicateField);
-    }
-
-    void appendingAFieldKeepsRowsWithNullInIt()
-    {
-        Database db = peopleDb(path("append.mdb"));
-        addPerson(db, QStringLiteral("דנה"), 2);
-        addPerson(db, QStringLiteral("יואב"), 3);
-        TableDef table = db.tableDef(QStringLiteral("PEOPLE"));
-        table.appendField(field("ADDRESS", FieldType::Text, 50, false, true));
-        QCOMPARE(db.tableDef(QStringLiteral("PEOPLE")).fieldCount(), 7);
-        QCOMPARE(db.tableDef(QStringLiteral("PEOPLE")).field(6), field("ADDRESS", FieldType::Text, 50, false, true));
-
-        Recordset rs = db.openRecordset(QStringLiteral("select * from PEOPLE"));
-        QCOMPARE(rs.recordCount(), 2);
-        for (rs.moveFirst(); !rs.eof(); rs.moveNext()) {
-            QVERIFY(rs.value(QStringLiteral("ADDRESS")).isNull());
-            QVERIFY(!rs.value(QStringLiteral("NAME")).toString().isEmpty());
-        }
+        empty.appendField(PeopleFields[2]);
+        QCOMPARE(failureOf([&] { empty.appendField({"seats", FieldType::Integer}); }), failures::DuplicateField);
     }
 
     void recordSetWalksAndCounts()
@@ -202,106 +168,80 @@ private slots:
         QCOMPARE(db.openRecordset(QStringLiteral("select * from PEOPLE where NAME = 'Cohen'")).recordCount(), 1);
     }
 
-    void updateEnforcesEveryRuleAndStoresNothingOnFailure_data()
+    void aValueIsConvertedToItsFieldOrRefusedWithNothingStored_data()
     {
         QTest::addColumn<QString>("fieldName");
         QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QVariant>("stored");
         QTest::addColumn<int>("failure");
-
-        QTest::newRow("required text Null") << "NAME" << QVariant() << failures::RequiredNull;
-        QTest::newRow("required text empty") << "NAME" << QVariant(QString()) << failures::ZeroLength;
-        QTest::newRow("text too long") << "NAME" << QVariant(QStringLiteral("123456789012345678901")) << failures::FieldTooSmall;
-        QTest::newRow("optional text too long") << "NOTE" << QVariant(QStringLiteral("שישה תו")) << failures::FieldTooSmall;
-        QTest::newRow("byte above 255") << "SEATS" << QVariant(256) << failures::Overflow;
-        QTest::newRow("byte below 0") << "SEATS" << QVariant(-1) << failures::Overflow;
-        QTest::newRow("byte from letters") << "SEATS" << QVariant(QStringLiteral("שלוש")) << failures::ConversionError;
-        QTest::newRow("integer overflow") << "DELTA" << QVariant(32768) << failures::Overflow;
-        QTest::newRow("required currency Null") << "PRICE" << QVariant() << failures::RequiredNull;
-        QTest::newRow("currency from letters") << "PRICE" << QVariant(QStringLiteral("12a")) << failures::ConversionError;
+        const QVariant none;
+        QTest::newRow("number into text") << "NAME" << QVariant(42) << QVariant(QStringLiteral("42")) << 0;
+        QTest::newRow("empty text allowed") << "NOTE" << QVariant(QString()) << QVariant(QString()) << 0;
+        QTest::newRow("Null where allowed") << "NOTE" << none << none << 0;
+        QTest::newRow("text into a byte") << "SEATS" << QVariant(QStringLiteral(" 7 ")) << QVariant(7) << 0;
+        QTest::newRow("half to even") << "DELTA" << QVariant(-2.5) << QVariant(-2) << 0;
+        QTest::newRow("text into a flag") << "SENT" << QVariant(QStringLiteral("False")) << QVariant(false) << 0;
+        QTest::newRow("decimal text into money")
+            << "PRICE" << QVariant(QStringLiteral("1234.5678")) << QVariant::fromValue(Currency::fromUnits(12345678)) << 0;
+        QTest::newRow("a double into money") << "PRICE" << QVariant(0.1 + 0.2) << QVariant::fromValue(Currency::fromUnits(3000))
+                                             << 0;
+        QTest::newRow("required text Null") << "NAME" << none << none << failures::RequiredNull;
+        QTest::newRow("required text empty") << "NAME" << QVariant(QString()) << none << failures::ZeroLength;
+        QTest::newRow("text too long") << "NAME" << QVariant(QStringLiteral("123456789012345678901")) << none
+                                       << failures::FieldTooSmall;
+        QTest::newRow("optional text too long") << "NOTE" << QVariant(QStringLiteral("שישה תו")) << none
+                                                << failures::FieldTooSmall;
+        QTest::newRow("byte above 255") << "SEATS" << QVariant(256) << none << failures::Overflow;
+        QTest::newRow("byte below 0") << "SEATS" << QVariant(-1) << none << failures::Overflow;
+        QTest::newRow("byte from letters") << "SEATS" << QVariant(QStringLiteral("שלוש")) << none << failures::ConversionError;
+        QTest::newRow("integer overflow") << "DELTA" << QVariant(32768) << none << failures::Overflow;
+        QTest::newRow("required currency Null") << "PRICE" << none << none << failures::RequiredNull;
+        QTest::newRow("currency from letters") << "PRICE" << QVariant(QStringLiteral("12a")) << none
+                                               << failures::ConversionError;
     }
 
-    void updateEnforcesEveryRuleAndStoresNothingOnFailure()
+    void aValueIsConvertedToItsFieldOrRefusedWithNothingStored()
     {
         QFETCH(QString, fieldName);
         QFETCH(QVariant, value);
+        QFETCH(QVariant, stored);
         QFETCH(int, failure);
-
-        const QString file = path("rules.mdb");
+        const QString file = path("values.mdb");
         QFile::remove(file);
         Database db = peopleDb(file);
         addPerson(db, QStringLiteral("first"), 1, 5);
-
         Recordset rs = db.openRecordset(QStringLiteral("select * from PEOPLE"));
         rs.addNew();
         rs.setValue(QStringLiteral("NAME"), QStringLiteral("new"));
         rs.setValue(QStringLiteral("PRICE"), 1);
         rs.setValue(fieldName, value);
-        QString text;
-        try {
-            rs.update();
-        } catch (const Failure& f) {
-            QCOMPARE(f.number(), failure);
-            text = f.text();
+        const Failure refused = failureIn([&] { rs.update(); });
+        QCOMPARE(refused.number(), failure);
+        if (!failure) {
+            Recordset back = db.openRecordset(QStringLiteral("select * from PEOPLE where NAME <> 'first'"));
+            QCOMPARE(back.value(fieldName), stored);
+            QCOMPARE(failureOf([&] { rs.setValue(fieldName, value); }), failures::UpdateWithoutEdit);
+            return;
         }
-        QVERIFY2(text.contains(fieldName), qPrintable(text)); // the failure names the field
+        QVERIFY2(refused.text().contains(fieldName), qPrintable(refused.text())); // it names the field
         rs.cancelUpdate();
-
         rs.moveFirst();
         rs.edit();
         rs.setValue(QStringLiteral("SEATS"), 9);
         rs.setValue(fieldName, value);
         QCOMPARE(failureOf([&] { rs.update(); }), failure);
-
         Recordset check = db.openRecordset(QStringLiteral("select * from PEOPLE"));
         QCOMPARE(check.recordCount(), 1);
         QCOMPARE(check.value(QStringLiteral("SEATS")).toInt(), 1);
-        QCOMPARE(check.value(QStringLiteral("NAME")).toString(), QStringLiteral("first"));
-    }
-
-    void valuesConvertToTheFieldsType()
-    {
-        Database db = peopleDb(path("convert.mdb"));
-        Recordset rs = db.openRecordset(QStringLiteral("select * from PEOPLE"));
-        rs.addNew();
-        rs.setValue(QStringLiteral("NAME"), 42);
-        rs.setValue(QStringLiteral("NOTE"), QString());
-        rs.setValue(QStringLiteral("SEATS"), QStringLiteral(" 7 "));
-        rs.setValue(QStringLiteral("DELTA"), -2.5); // half to even
-        rs.setValue(QStringLiteral("SENT"), true);
-        rs.setValue(QStringLiteral("PRICE"), QStringLiteral("1234.5678"));
-        rs.update();
-        QCOMPARE(failureOf([&] { rs.setValue(QStringLiteral("NAME"), QStringLiteral("x")); }), failures::UpdateWithoutEdit);
-        QCOMPARE(failureOf([&] { rs.update(); }), failures::UpdateWithoutEdit);
-
-        Recordset back = db.openRecordset(QStringLiteral("select * from PEOPLE"));
-        QCOMPARE(back.value(QStringLiteral("NAME")), QVariant(QStringLiteral("42")));
-        QCOMPARE(back.value(QStringLiteral("NOTE")), QVariant(QString()));
-        QCOMPARE(back.value(QStringLiteral("SEATS")), QVariant(7));
-        QCOMPARE(back.value(QStringLiteral("DELTA")), QVariant(-2));
-        QCOMPARE(back.value(QStringLiteral("SENT")), QVariant(true));
-        QCOMPARE(back.value(QStringLiteral("PRICE")).value<Currency>(), Currency::fromUnits(12345678));
-
-        back.edit();
-        back.setValue(QStringLiteral("PRICE"), 0.1 + 0.2);
-        back.setValue(QStringLiteral("SENT"), QStringLiteral("False"));
-        back.setValue(QStringLiteral("NOTE"), QVariant());
-        back.update();
-        QCOMPARE(back.value(QStringLiteral("PRICE")).value<Currency>(), Currency::fromUnits(3000));
-        Recordset again = db.openRecordset(QStringLiteral("select * from PEOPLE"));
-        QCOMPARE(again.value(QStringLiteral("SENT")), QVariant(false));
-        QVERIFY(again.value(QStringLiteral("NOTE")).isNull());
-        QCOMPARE(again.value(QStringLiteral("PRICE")).value<Currency>().toString(), QStringLiteral("0.3"));
     }
 
     void currencyIsExact()
     {
-        QCOMPARE(Currency::parse(QStringLiteral("0.0001"))->units, 1);
-        QCOMPARE(Currency::parse(QStringLiteral("-12.5"))->units, -125000);
-        QCOMPARE(Currency::parse(QStringLiteral("1.23456"))->units, 12346);
-        QCOMPARE(Currency::parse(QStringLiteral("922337203685477.5807"))->units, std::numeric_limits<qint64>::max());
-        QVERIFY(!Currency::parse(QStringLiteral("1,000")));
-        QVERIFY(!Currency::parse(QStringLiteral(".")));
-        QVERIFY(!Currency::parse(QStringLiteral("9223372036854775807")));
+        for (const auto& [text, units] : {std::pair("0.0001", qint64(1)), {"-12.5", -125000}, {"1.23456", 12346},
+                                          {"922337203685477.5807", std::numeric_limits<qint64>::max()}})
+            QCOMPARE(Currency::parse(QString::fromLatin1(text))->units, units);
+        for (const char* refused : {"1,000", ".", "9223372036854775807"})
+            QVERIFY2(!Currency::parse(QString::fromLatin1(refused)), refused);
         QCOMPARE(Currency::fromUnits(-5).toString(), QStringLiteral("-0.0005"));
         QCOMPARE(Currency::fromWhole(2500).toString(), QStringLiteral("2500"));
         Currency sum;
@@ -337,6 +277,28 @@ private slots:
         rs.moveNext();
         QVERIFY(rs.eof());
         QCOMPARE(db.openRecordset(QStringLiteral("select * from PEOPLE")).recordCount(), 2);
+    }
+
+    void aRowWrittenOnAFullDiskFailsAndTheFileStaysWhole()
+    {
+        const QString file = path("full.mdb");
+        Database db = peopleDb(file);
+        addPerson(db, QStringLiteral("before"), 1);
+        int stored = 1;
+        Failure full(0, {});
+        {
+            test::FullDisk disk(QFileInfo(file).size());
+            for (; stored < 500 && full.number() == 0; ++stored)
+                full = failureIn([&] { addPerson(db, QString(20, QChar(u'א')), 2); });
+        }
+        QCOMPARE(full.number(), failures::DiskFull);
+        QCOMPARE(full.text(), QStringLiteral("אין די מקום פנוי בדיסק."));
+        db.close();
+        db = Database::open(file);
+        QCOMPARE(db.openRecordset(QStringLiteral("pragma integrity_check")).value(0).toString(), QStringLiteral("ok"));
+        QCOMPARE(db.openRecordset(QStringLiteral("select * from PEOPLE")).recordCount(), stored - 1);
+        QCOMPARE(db.openRecordset(QStringLiteral("select * from PEOPLE")).value(QStringLiteral("NAME")).toString(),
+                 QStringLiteral("before"));
     }
 
     void aFileLockedByAnotherProcessFails()
