@@ -115,26 +115,37 @@ void removeWithJournal(const QString& path)
 
 bool CreateNewDatabase(WeddingState& state, Prompts& prompts)
 {
-    // Built under a passing name and renamed into place only when whole: a creation that
-    // fails half way (a full disk) leaves nothing that a later start would take for a
-    // wedding, so that start simply tries again.
+    // Built under a passing name and renamed into place when whole. A file that failed
+    // after its guest list was made is put in place all the same: the upgrade at the next
+    // list load adds what is missing. One that failed before that (a full disk) is taken
+    // away, so that the next start simply tries again instead of meeting a file that no
+    // upgrade can complete.
     const QString file = state.databaseFile();
     const QString building = file + QStringLiteral(".new");
     removeWithJournal(building); // left by a start that was cut short
     PendingFailure pending;
     Database db;
+    bool listMade = false;
     pending.attempt([&] { db = Database::create(building, DatabaseLocale, DatabaseVersion); });
     if (db.isOpen()) {
         appendTable(db, ListTable, listFields(), pending);
+        listMade = !pending;
         appendTable(db, BudgetTable, budgetFields(), pending);
         pending.attempt([&] { db.close(); });
     }
-    if (!pending && !QFile::rename(building, file))
-        pending.fail(failures::InvalidPath, QStringLiteral("לא ניתן ליצור את הקובץ '%1'.").arg(file));
+    db = Database();
+    const bool keep = !pending || listMade;
+    if (keep) {
+        // A journal left by a failed step goes along, so that the next open can roll it back.
+        const QString journal = QStringLiteral("-journal");
+        if (QFile::exists(building + journal) && !QFile::rename(building + journal, file + journal))
+            pending.fail(failures::InvalidPath, QStringLiteral("לא ניתן ליצור את הקובץ '%1'.").arg(file));
+        if (!QFile::rename(building, file))
+            pending.fail(failures::InvalidPath, QStringLiteral("לא ניתן ליצור את הקובץ '%1'.").arg(file));
+    }
     if (!pending)
         pending.attempt([&] { state.WeddingDb = Database::open(file); });
     if (pending) {
-        db = Database();
         removeWithJournal(building);
         prompts.critical(QStringLiteral("!ארעה שגיאה קריטית בתהליך יצירת התוכנה") + state.CrLf + product::WebAddress
                              + state.CrLf + product::SupportMail,

@@ -3,9 +3,12 @@
 #include "TestMain.h"
 
 #include "app/WeddingState.h"
+#include "app/PendingFailure.h"
 #include "store/Schema.h"
+#include "store/Upgrade.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -85,8 +88,29 @@ private slots:
         QCOMPARE(emptyAllowed, QStringList({"REMARK", "PHONES", "ADDRESS", "PRESENT"}));
     }
 
-    void aCreationThatFailsLeavesNothingAndTheNextOneWorks()
+    // A disk that fills before the guest list is made leaves nothing, and the next start
+    // creates anew; one that fills after it leaves the file, which the upgrade completes.
+    void aCreationThatFailsLeavesWhatTheNextStartCanUse_data()
     {
+        QTest::addColumn<bool>("listMade");
+        QTest::newRow("disk full from the start") << false;
+        QTest::newRow("disk full after the guest list") << true;
+    }
+    void aCreationThatFailsLeavesWhatTheNextStartCanUse()
+    {
+        QFETCH(bool, listMade);
+        rlim_t room = 0;
+        if (listMade) {
+            QTemporaryDir scratch;
+            const QString file = scratch.filePath(QStringLiteral("list.mdb"));
+            {
+                Database db = Database::create(file, DatabaseLocale, DatabaseVersion);
+                PendingFailure pending;
+                appendTable(db, ListTable, listFields(), pending);
+                QVERIFY(!pending);
+            }
+            room = rlim_t(QFileInfo(file).size());
+        }
         QTemporaryDir dir;
         WeddingState state = stateIn(dir.path());
         test::ScriptedPrompts prompts;
@@ -94,15 +118,25 @@ private slots:
                               QStringLiteral("!ארעה שגיאה קריטית בתהליך יצירת התוכנה\r\nwww.velmora.co.il\r\nsupport@velmora.co.il"),
                               QStringLiteral("שדרוג גירסת תוכנה"));
         {
-            test::FullDisk full;
+            test::FullDisk full(room);
             QVERIFY(!CreateNewDatabase(state, prompts));
         }
         QVERIFY(!state.WeddingDb.isOpen());
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList());
-
-        prompts.expectMessage(PromptIcon::None, QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה."));
-        QVERIFY(CreateNewDatabase(state, prompts));
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("Velmora.mdb")});
+        const QStringList left = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden);
+        if (!listMade) {
+            QCOMPARE(left, QStringList());
+            prompts.expectMessage(PromptIcon::None, QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה."));
+            QVERIFY(CreateNewDatabase(state, prompts));
+            QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("Velmora.mdb")});
+            return;
+        }
+        QCOMPARE(left, QStringList{QStringLiteral("Velmora.mdb")});
+        state.WeddingDb = Database::open(state.databaseFile());
+        prompts.expectMessage(PromptIcon::None, QStringLiteral("תהליך שידרוג מבנה הנתונים הסתיים בהצלחה."));
+        QVERIFY(UpdateDatabase(state, prompts));
+        state.WeddingDb.close();
+        QCOMPARE(sqlite3(state.databaseFile(), QStringLiteral("select count(*) from VELMORA_BUDGET; pragma integrity_check;")),
+                 QStringLiteral("0\nok\n"));
     }
 };
 
