@@ -50,6 +50,23 @@ QString startPath(const FileRequest& request)
     return QDir(request.initialDir).filePath(request.fileName);
 }
 
+// The dialog stays right to left; the places that show paths and file names read left to
+// right, where a right-to-left paragraph would move a path's leading "/" to its end.
+PromptResult<QString> runFileDialog(QWidget* parent, const FileRequest& request, QFileDialog::AcceptMode mode)
+{
+    QFileDialog dialog(parent, request.title, startPath(request), qtFileFilter(request.filter));
+    dialog.setAcceptMode(mode);
+    // An open dialog too returns a typed name that isn't there: the caller says so in its own words.
+    dialog.setFileMode(QFileDialog::AnyFile);
+    for (const char* name : {"lookInCombo", "fileNameEdit", "listView", "treeView", "sidebar"}) {
+        if (auto* widget = dialog.findChild<QWidget*>(QLatin1String(name)))
+            widget->setLayoutDirection(Qt::LeftToRight);
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return PromptResult<QString>::cancelled();
+    return {dialog.selectedFiles().constFirst(), {}};
+}
+
 } // namespace
 
 PromptAnswer QtPrompts::show(const MessageRequest& request)
@@ -116,20 +133,12 @@ QString QtPrompts::inputBox(const InputRequest& request)
 
 PromptResult<QString> QtPrompts::openFile(const FileRequest& request)
 {
-    const QString path = QFileDialog::getOpenFileName(m_parent, request.title, startPath(request),
-                                                      qtFileFilter(request.filter));
-    if (path.isEmpty())
-        return PromptResult<QString>::cancelled();
-    return {path, {}};
+    return runFileDialog(m_parent, request, QFileDialog::AcceptOpen);
 }
 
 PromptResult<QString> QtPrompts::saveFile(const FileRequest& request)
 {
-    const QString path = QFileDialog::getSaveFileName(m_parent, request.title, startPath(request),
-                                                      qtFileFilter(request.filter));
-    if (path.isEmpty())
-        return PromptResult<QString>::cancelled();
-    return {path, {}};
+    return runFileDialog(m_parent, request, QFileDialog::AcceptSave);
 }
 
 PromptResult<QColor> QtPrompts::chooseColour(const QColor& initial)
