@@ -6,8 +6,11 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QProxyStyle>
+#include <QStyleFactory>
 
 namespace velmora::ui {
 
@@ -50,6 +53,20 @@ QString startPath(const FileRequest& request)
     return QDir(request.initialDir).filePath(request.fileName);
 }
 
+// A combo box paints its label in the application's direction, whatever its own: this one
+// paints it in the box's.
+class LabelInOwnDirection : public QProxyStyle {
+public:
+    using QProxyStyle::QProxyStyle;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override
+    {
+        if (element == CE_ComboBoxLabel && widget)
+            painter->setLayoutDirection(widget->layoutDirection());
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+};
+
 // The dialog stays right to left; the places that show paths and file names read left to
 // right, where a right-to-left paragraph would move a path's leading "/" to its end.
 PromptResult<QString> runFileDialog(QWidget* parent, const FileRequest& request, QFileDialog::AcceptMode mode)
@@ -61,6 +78,11 @@ PromptResult<QString> runFileDialog(QWidget* parent, const FileRequest& request,
     for (const char* name : {"lookInCombo", "fileNameEdit", "listView", "treeView", "sidebar"}) {
         if (auto* widget = dialog.findChild<QWidget*>(QLatin1String(name)))
             widget->setLayoutDirection(Qt::LeftToRight);
+    }
+    if (auto* folder = dialog.findChild<QWidget*>(QStringLiteral("lookInCombo"))) {
+        auto* style = new LabelInOwnDirection(QStyleFactory::create(folder->style()->name()));
+        style->setParent(folder);
+        folder->setStyle(style);
     }
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return PromptResult<QString>::cancelled();
