@@ -71,6 +71,7 @@ public:
 // right, where a right-to-left paragraph would move a path's leading "/" to its end.
 PromptResult<QString> runFileDialog(QWidget* parent, const FileRequest& request, QFileDialog::AcceptMode mode)
 {
+    LabelInOwnDirection folderStyle(QStyleFactory::create(QApplication::style()->name())); // outlives the dialog
     QFileDialog dialog(parent, request.title, startPath(request), qtFileFilter(request.filter));
     dialog.setAcceptMode(mode);
     // An open dialog too returns a typed name that isn't there: the caller says so in its own words.
@@ -79,11 +80,8 @@ PromptResult<QString> runFileDialog(QWidget* parent, const FileRequest& request,
         if (auto* widget = dialog.findChild<QWidget*>(QLatin1String(name)))
             widget->setLayoutDirection(Qt::LeftToRight);
     }
-    if (auto* folder = dialog.findChild<QWidget*>(QStringLiteral("lookInCombo"))) {
-        auto* style = new LabelInOwnDirection(QStyleFactory::create(folder->style()->name()));
-        style->setParent(folder);
-        folder->setStyle(style);
-    }
+    if (auto* folder = dialog.findChild<QWidget*>(QStringLiteral("lookInCombo")))
+        folder->setStyle(&folderStyle);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return PromptResult<QString>::cancelled();
     return {dialog.selectedFiles().constFirst(), {}};
