@@ -40,8 +40,6 @@ public:
 
     QPointF place(int row) const;
     void setPlace(int row, const QPointF& twips);
-    // The row drawn above all others.
-    int topRow() const { return m_topRow; }
     // After places changed from outside: the scrolling area covers them again.
     void fitScrollArea();
 
@@ -62,7 +60,7 @@ private:
     void applyPlace(int row);
 
     QPixmap m_picture;
-    int m_topRow = -1;
+    int m_topRow = -1; // the table taken last, drawn above all others
     int m_dragRow = -1;
     bool m_dragging = false;
     QPoint m_grab;      // where the mouse took the table, viewport pixels
