@@ -8,8 +8,11 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QProxyStyle>
+#include <QStyleFactory>
 
 namespace velmora::ui {
 
@@ -42,6 +45,40 @@ QString startPath(const FileRequest& request)
     if (request.initialDir.isEmpty())
         return request.fileName;
     return QDir(request.initialDir).filePath(request.fileName);
+}
+
+// A combo box paints its label in the application's direction, whatever its own: this one
+// paints it in the box's.
+class LabelInOwnDirection : public QProxyStyle {
+public:
+    using QProxyStyle::QProxyStyle;
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override
+    {
+        if (element == CE_ComboBoxLabel && widget)
+            painter->setLayoutDirection(widget->layoutDirection());
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
+};
+
+// The dialog stays right to left; the places that show paths and file names read left to
+// right, where a right-to-left paragraph would move a path's leading "/" to its end.
+PromptResult<QString> runFileDialog(QWidget* parent, const FileRequest& request, QFileDialog::AcceptMode mode)
+{
+    LabelInOwnDirection folderStyle(QStyleFactory::create(QApplication::style()->name())); // outlives the dialog
+    QFileDialog dialog(parent, request.title, startPath(request), qtFileFilter(request.filter));
+    dialog.setAcceptMode(mode);
+    // An open dialog too returns a typed name that isn't there: the caller says so in its own words.
+    dialog.setFileMode(QFileDialog::AnyFile);
+    for (const char* name : {"lookInCombo", "fileNameEdit", "listView", "treeView", "sidebar"}) {
+        if (auto* widget = dialog.findChild<QWidget*>(QLatin1String(name)))
+            widget->setLayoutDirection(Qt::LeftToRight);
+    }
+    if (auto* folder = dialog.findChild<QWidget*>(QStringLiteral("lookInCombo")))
+        folder->setStyle(&folderStyle);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return PromptResult<QString>::cancelled();
+    return {dialog.selectedFiles().constFirst(), {}};
 }
 
 } // namespace
@@ -113,20 +150,12 @@ QString QtPrompts::inputBox(const InputRequest& request)
 
 PromptResult<QString> QtPrompts::openFile(const FileRequest& request)
 {
-    const QString path = QFileDialog::getOpenFileName(m_parent, request.title, startPath(request),
-                                                      qtFileFilter(request.filter));
-    if (path.isEmpty())
-        return PromptResult<QString>::cancelled();
-    return {path, {}};
+    return runFileDialog(m_parent, request, QFileDialog::AcceptOpen);
 }
 
 PromptResult<QString> QtPrompts::saveFile(const FileRequest& request)
 {
-    const QString path = QFileDialog::getSaveFileName(m_parent, request.title, startPath(request),
-                                                      qtFileFilter(request.filter));
-    if (path.isEmpty())
-        return PromptResult<QString>::cancelled();
-    return {path, {}};
+    return runFileDialog(m_parent, request, QFileDialog::AcceptSave);
 }
 
 PromptResult<QColor> QtPrompts::chooseColour(const QColor& initial)

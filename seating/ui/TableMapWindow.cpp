@@ -13,26 +13,29 @@
 #include "seating/ui/TableWindow.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGraphicsPixmapItem>
-#include <QGraphicsScene>
 #include <QHeaderView>
 #include <QIcon>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStackedWidget>
+#include <QStandardItemModel>
 #include <QStyle>
-#include <QStyleOptionGraphicsItem>
+#include <QStyledItemDelegate>
 #include <QToolBar>
-#include <QTreeWidget>
+#include <QTreeView>
+
+#include <cmath>
 
 namespace velmora::ui {
 
 namespace {
 
 constexpr int IconSize = 32;
-const QSizeF Cell(84, 58);
+const QSize Cell(72, 50);
 
 struct ButtonDef {
     const char* caption; // nullptr: a separator
@@ -74,160 +77,207 @@ const QString OverFull = QStringLiteral("לא ניתן להושיב יותר מ-
 
 } // namespace
 
-// ---- TableMapItem ----
+// ---- TableMapView ----
 
-TableMapItem::TableMapItem(int number, const QPixmap& icon) : m_number(number), m_icon(icon), m_text(QString::number(number))
+namespace {
+
+const int PlaceRole = Qt::UserRole + 1; // QPointF, twips
+constexpr int CaptionTop = 33;           // the caption stands 500 twips below the place
+
+// Paints a table as the map shows it: the icon, and under it the caption on a white ground,
+// so that it reads over any picture and covers what lies beneath.
+class TableItemDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return Cell; }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        painter->save();
+        const QRect cell = option.rect;
+        index.data(Qt::DecorationRole).value<QIcon>().paint(painter, TableMapView::iconRect().translated(cell.topLeft()));
+        QFont font = option.font;
+        font.setPointSize(8);
+        painter->setFont(font);
+        painter->setLayoutDirection(Qt::RightToLeft); // the caption is Hebrew with a number at its end
+        const QRect caption(cell.left(), cell.top() + CaptionTop, cell.width(), cell.height() - CaptionTop);
+        const QString text = index.data().toString();
+        const QRect ground = painter->boundingRect(caption, Qt::AlignHCenter | Qt::AlignTop, text).adjusted(-2, 0, 2, 0);
+        const bool selected = option.state & QStyle::State_Selected;
+        painter->fillRect(ground, selected ? option.palette.color(QPalette::Highlight) : QColor(Qt::white));
+        painter->setPen(selected ? option.palette.color(QPalette::HighlightedText) : QColor(Qt::black));
+        painter->drawText(caption, Qt::AlignHCenter | Qt::AlignTop, text);
+        if (option.state & QStyle::State_HasFocus) {
+            painter->setPen(QPen(option.palette.color(QPalette::Text), 1, Qt::DotLine));
+            painter->drawRect(ground.adjusted(0, 0, -1, -1));
+        }
+        painter->restore();
+    }
+};
+
+} // namespace
+
+TableMapView::TableMapView(QWidget* parent) : QListView(parent)
 {
-    setFlags(ItemIsMovable | ItemIsSelectable | ItemSendsGeometryChanges);
+    // A picture of the garden is not mirrored: the map reads left to right.
+    setLayoutDirection(Qt::LeftToRight);
+    setViewMode(IconMode);
+    setMovement(Free);
+    // Tables are moved here, not by a platform drag: the table follows the mouse and lands
+    // exactly where it is let go.
+    setDragEnabled(false);
+    viewport()->setAcceptDrops(false);
+    setResizeMode(Fixed);
+    setSelectionMode(SingleSelection);
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(NoEditTriggers);
+    setIconSize(QSize(IconSize, IconSize));
+    setItemDelegate(new TableItemDelegate(this));
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    QPalette ground = palette();
+    ground.setColor(QPalette::Base, Qt::white);
+    setPalette(ground);
 }
 
-void TableMapItem::setText(const QString& text)
-{
-    if (text == m_text)
-        return;
-    m_text = text;
-    update();
-}
-
-QPointF TableMapItem::twips() const
-{
-    return QPointF(pixelsToTwipsF(pos().x()), pixelsToTwipsF(pos().y()));
-}
-
-void TableMapItem::setTwips(const QPointF& twips)
-{
-    setPos(twipsToPixelsF(twips.x()), twipsToPixelsF(twips.y()));
-}
-
-QSizeF TableMapItem::cellSize()
+QSize TableMapView::cellSize()
 {
     return Cell;
 }
 
-QRectF TableMapItem::boundingRect() const
+QRect TableMapView::iconRect()
 {
-    return QRectF(QPointF(0, 0), Cell);
-}
-
-void TableMapItem::paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget*)
-{
-    painter->drawPixmap(QPointF((Cell.width() - IconSize) / 2, 2), m_icon);
-    const QRectF caption(0, IconSize + 4, Cell.width(), Cell.height() - IconSize - 4);
-    const QPalette& palette = option->palette;
-    QFont font = painter->font();
-    font.setPointSize(8);
-    painter->setFont(font);
-    const QRectF textRect = painter->boundingRect(caption, Qt::AlignHCenter | Qt::AlignTop, m_text).adjusted(-2, 0, 2, 0);
-    if (isSelected()) {
-        painter->fillRect(textRect, palette.color(QPalette::Highlight));
-        painter->setPen(palette.color(QPalette::HighlightedText));
-    } else {
-        painter->fillRect(textRect, QColor(255, 255, 255, 200));
-        painter->setPen(Qt::black);
-    }
-    painter->drawText(caption, Qt::AlignHCenter | Qt::AlignTop, m_text);
-}
-
-QVariant TableMapItem::itemChange(GraphicsItemChange change, const QVariant& value)
-{
-    // A table can't be dragged off the top or the left of the garden.
-    if (change == ItemPositionChange) {
-        QPointF at = value.toPointF();
-        at.setX(std::max(0.0, at.x()));
-        at.setY(std::max(0.0, at.y()));
-        return at;
-    }
-    return QGraphicsItem::itemChange(change, value);
-}
-
-// ---- TableMapView ----
-
-TableMapView::TableMapView(QWidget* parent) : QGraphicsView(parent)
-{
-    // A picture of the garden is not mirrored: the map reads left to right.
-    setLayoutDirection(Qt::LeftToRight);
-    setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
-    setDragMode(QGraphicsView::NoDrag);
-    setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
-    setBackgroundBrush(Qt::white);
+    return QRect(20, 0, IconSize, IconSize); // 300 twips right of the caption's start
 }
 
 void TableMapView::setBackgroundPicture(const QPixmap& picture)
 {
     m_picture = picture;
-    if (scene()) {
-        const QRectF wanted = scene()->itemsBoundingRect().united(QRectF(QPointF(0, 0), m_picture.size()));
-        scene()->setSceneRect(wanted.united(QRectF(0, 0, 1, 1)).united(scene()->sceneRect()));
-    }
+    updateGeometries();
     viewport()->update();
 }
 
 void TableMapView::clearBackgroundPicture()
 {
-    m_picture = QPixmap();
-    viewport()->update();
+    setBackgroundPicture(QPixmap());
 }
 
-TableMapItem* TableMapView::itemNumber(int number) const
+QPointF TableMapView::place(int row) const
 {
-    for (QGraphicsItem* item : scene()->items()) {
-        auto* table = dynamic_cast<TableMapItem*>(item);
-        if (table && table->number() == number)
-            return table;
+    return model()->index(row, modelColumn()).data(PlaceRole).toPointF();
+}
+
+void TableMapView::setPlace(int row, const QPointF& twips)
+{
+    model()->setData(model()->index(row, modelColumn()), twips, PlaceRole);
+    applyPlace(row);
+}
+
+void TableMapView::applyPlace(int row)
+{
+    const QModelIndex index = model()->index(row, modelColumn());
+    const QVariant twips = index.data(PlaceRole);
+    if (!twips.isValid())
+        return;
+    const QPointF at = twips.toPointF();
+    setPositionForIndex(QPoint(int(std::lround(twipsToPixelsF(at.x()))), int(std::lround(twipsToPixelsF(at.y())))), index);
+}
+
+void TableMapView::fitScrollArea()
+{
+    updateGeometries();
+}
+
+void TableMapView::doItemsLayout()
+{
+    // The list lays its items out afresh on many occasions (a new model, a change of font
+    // or style); every table goes straight back to its place, and the view where it was.
+    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    QListView::doItemsLayout();
+    if (!model())
+        return;
+    for (int row = 0; row < model()->rowCount(); ++row)
+        applyPlace(row);
+    updateGeometries();
+    horizontalScrollBar()->setValue(scrolled.x());
+    verticalScrollBar()->setValue(scrolled.y());
+}
+
+void TableMapView::updateGeometries()
+{
+    // The list's own ranges leave out the picture: keep the position through them.
+    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    QListView::updateGeometries();
+    // The scrolling area is what the picture and the tables cover now, from the origin.
+    QRect covered(QPoint(0, 0), m_picture.size());
+    if (model()) {
+        for (int row = 0; row < model()->rowCount(); ++row)
+            covered |= rectForIndex(model()->index(row, modelColumn()));
     }
-    return nullptr;
+    horizontalScrollBar()->setRange(0, std::max(0, covered.right() + 1 - viewport()->width()));
+    verticalScrollBar()->setRange(0, std::max(0, covered.bottom() + 1 - viewport()->height()));
+    horizontalScrollBar()->setValue(scrolled.x());
+    verticalScrollBar()->setValue(scrolled.y());
 }
 
-void TableMapView::drawBackground(QPainter* painter, const QRectF& rect)
+void TableMapView::paintEvent(QPaintEvent* event)
 {
-    painter->fillRect(rect, Qt::white);
-    if (!m_picture.isNull())
-        painter->drawPixmap(QPointF(0, 0), m_picture);
+    if (!m_picture.isNull()) {
+        QPainter painter(viewport());
+        painter.drawPixmap(QPoint(-horizontalOffset(), -verticalOffset()), m_picture);
+    }
+    QListView::paintEvent(event);
+    const QModelIndex top = model() ? model()->index(m_topRow, modelColumn()) : QModelIndex();
+    if (!top.isValid() || !visualRect(top).intersects(event->rect()))
+        return;
+    QPainter painter(viewport());
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    option.rect = visualRect(top);
+    if (selectionModel()->isSelected(top))
+        option.state |= QStyle::State_Selected;
+    if (hasFocus() && currentIndex() == top)
+        option.state |= QStyle::State_HasFocus;
+    itemDelegate()->paint(&painter, option, top);
 }
 
 void TableMapView::mousePressEvent(QMouseEvent* event)
 {
-    QGraphicsView::mousePressEvent(event);
-    for (QGraphicsItem* item : items(event->position().toPoint())) {
-        if (auto* table = dynamic_cast<TableMapItem*>(item)) {
-            emit itemPressed(table->number());
-            break;
-        }
+    QListView::mousePressEvent(event);
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !index.isValid())
+        return;
+    m_dragRow = index.row();
+    m_dragging = false;
+    m_grab = event->position().toPoint();
+    m_dragStart = rectForIndex(index).topLeft();
+    m_topRow = index.row();
+    viewport()->update();
+}
+
+void TableMapView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_dragRow < 0 || !(event->buttons() & Qt::LeftButton)) {
+        QListView::mouseMoveEvent(event);
+        return;
     }
+    const QPoint moved = event->position().toPoint() - m_grab;
+    if (!m_dragging && moved.manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_dragging = true;
+    // A table can't be dragged off the top or the left of the garden.
+    const QPoint to(std::max(0, m_dragStart.x() + moved.x()), std::max(0, m_dragStart.y() + moved.y()));
+    setPlace(m_dragRow, QPointF(pixelsToTwipsF(to.x()), pixelsToTwipsF(to.y())));
 }
 
 void TableMapView::mouseReleaseEvent(QMouseEvent* event)
 {
-    QGraphicsView::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton)
-        emit clicked();
-}
-
-void TableMapView::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    QGraphicsView::mouseDoubleClickEvent(event);
-    for (QGraphicsItem* item : items(event->position().toPoint())) {
-        if (auto* table = dynamic_cast<TableMapItem*>(item)) {
-            // The click that opens every double click sets the table first.
-            emit itemPressed(table->number());
-            emit clicked();
-            emit doubleClicked();
-            break;
-        }
-    }
-}
-
-void TableMapView::contextMenuEvent(QContextMenuEvent* event)
-{
-    emit contextMenuWanted(event->globalPos());
-}
-
-void TableMapView::focusInEvent(QFocusEvent* event)
-{
-    QGraphicsView::focusInEvent(event);
-    if (event->reason() != Qt::PopupFocusReason)
-        emit focusGained();
+    const bool dragged = m_dragging;
+    m_dragRow = -1;
+    m_dragging = false;
+    if (dragged)
+        updateGeometries();
+    QListView::mouseReleaseEvent(event);
 }
 
 // ---- TableMapWindow ----
@@ -261,19 +311,22 @@ TableMapWindow::TableMapWindow(WeddingState& state, Prompts& prompts, QWidget* p
     m_stack = new QStackedWidget(this);
     m_stack->setObjectName(QStringLiteral("lvwTable"));
     m_stack->setGeometry(twipsRect(120, 720, 10575, 5175));
-    m_scene = new QGraphicsScene(this);
+    m_model = new QStandardItemModel(this);
     m_map = new TableMapView(m_stack);
     m_map->setObjectName(QStringLiteral("lvwTableMap"));
     m_map->setAccessibleName(QStringLiteral("מפת השולחנות"));
-    m_map->setScene(m_scene);
-    m_details = new QTreeWidget(m_stack);
+    m_map->setModel(m_model);
+    m_details = new QTreeView(m_stack);
     m_details->setObjectName(QStringLiteral("lvwTableDetails"));
     m_details->setAccessibleName(QStringLiteral("רשימה מפורטת של השולחנות"));
+    m_details->setModel(m_model);
+    m_details->setSelectionModel(m_map->selectionModel()); // one selection for both views
     m_details->setRootIsDecorated(false);
     m_details->setUniformRowHeights(true);
+    m_details->setItemsExpandable(false);
     m_details->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_details->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_details->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_details->installEventFilter(this);
     m_stack->addWidget(m_map);
     m_stack->addWidget(m_details);
 
@@ -296,26 +349,18 @@ TableMapWindow::TableMapWindow(WeddingState& state, Prompts& prompts, QWidget* p
     connect(popupAction(QStringLiteral("popTableMap")), &QAction::triggered, this, [this] { ChangeTableViewMode(1); });
     connect(popupAction(QStringLiteral("popDetailed")), &QAction::triggered, this, [this] { ChangeTableViewMode(2); });
 
-    connect(m_map, &TableMapView::itemPressed, this, [this](int number) {
-        m_selected = number;
-        syncSelection();
-    });
-    connect(m_map, &TableMapView::clicked, this, [this] {
-        syncSelection();
+    // Whatever is highlighted, by mouse (either button), keys or a screen reader, is the
+    // table that the commands act on.
+    connect(m_map->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+        const QModelIndexList chosen = m_map->selectionModel()->selectedIndexes();
+        m_selected = chosen.isEmpty() ? 0 : chosen.first().row() + 1;
         onClick();
     });
-    connect(m_map, &TableMapView::doubleClicked, this, &TableMapWindow::ViewTable);
-    connect(m_map, &TableMapView::contextMenuWanted, this, [this](const QPoint& at) { m_popup->popup(at); });
-    // Gaining the focus forgets the table until the next click on the list.
-    connect(m_map, &TableMapView::focusGained, this, [this] { m_state.CurTable = 0; });
-    connect(m_details, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* row) {
-        m_selected = m_details->indexOfTopLevelItem(row) + 1;
-        syncSelection();
-        onClick();
-    });
-    connect(m_details, &QTreeWidget::itemDoubleClicked, this, [this] { ViewTable(); });
-    connect(m_details, &QTreeWidget::customContextMenuRequested, this,
-            [this](const QPoint& at) { m_popup->popup(m_details->viewport()->mapToGlobal(at)); });
+    for (QAbstractItemView* view : {static_cast<QAbstractItemView*>(m_map), static_cast<QAbstractItemView*>(m_details)}) {
+        connect(view, &QAbstractItemView::doubleClicked, this, &TableMapWindow::ViewTable);
+        connect(view, &QWidget::customContextMenuRequested, this, [this, view](const QPoint& at) { showPopup(view, at); });
+        view->installEventFilter(this);
+    }
 }
 
 TableMapWindow::~TableMapWindow() = default;
@@ -323,6 +368,11 @@ TableMapWindow::~TableMapWindow() = default;
 QAction* TableMapWindow::popupAction(const QString& name) const
 {
     return m_popup->findChild<QAction*>(name);
+}
+
+void TableMapWindow::showPopup(QAbstractItemView* view, const QPoint& at)
+{
+    m_popup->popup(view->viewport()->mapToGlobal(at));
 }
 
 void TableMapWindow::ensureLoaded()
@@ -341,21 +391,19 @@ void TableMapWindow::ensureLoaded()
     }
 }
 
-TableMapItem* TableMapWindow::item(int table) const
+int TableMapWindow::itemCount() const
 {
-    return table >= 1 && table <= itemCount() ? m_items[size_t(table - 1)] : nullptr;
+    return m_model->rowCount();
 }
 
 QString TableMapWindow::itemText(int table) const
 {
-    const TableMapItem* found = item(table);
-    return found ? found->text() : QString();
+    return m_model->index(table - 1, 0).data().toString();
 }
 
 QString TableMapWindow::itemNames(int table) const
 {
-    QTreeWidgetItem* row = m_details->topLevelItem(table - 1);
-    return row ? row->text(1) : QString();
+    return m_model->index(table - 1, 1).data().toString();
 }
 
 quint8 TableMapWindow::SeatedCount(int table) const
@@ -363,59 +411,60 @@ quint8 TableMapWindow::SeatedCount(int table) const
     return seating::SeatedCount(itemText(table));
 }
 
+QPointF TableMapWindow::tablePlace(int table) const
+{
+    return m_map->place(table - 1);
+}
+
+void TableMapWindow::setTablePlace(int table, const QPointF& twips)
+{
+    m_map->setPlace(table - 1, twips);
+    m_map->fitScrollArea();
+}
+
 std::vector<QPointF> TableMapWindow::itemPositions() const
 {
     std::vector<QPointF> positions;
-    positions.reserve(m_items.size());
-    for (const TableMapItem* table : m_items)
-        positions.push_back(table->twips());
+    positions.reserve(size_t(itemCount()));
+    for (int row = 0; row < itemCount(); ++row)
+        positions.push_back(m_map->place(row));
     return positions;
 }
 
 QPointF TableMapWindow::automaticPosition(int index) const
 {
     // Rows from the right, in number order, as a right-to-left icon list sets new icons.
-    const double width = twipsToPixels(10575) - 24;
-    const int columns = std::max(1, int(width / Cell.width()));
+    const int width = twipsToPixels(10575) - 24;
+    const int columns = std::max(1, width / Cell.width());
     const int row = index / columns;
     const int column = index % columns;
-    const double x = width - (column + 1) * Cell.width();
-    return QPointF(pixelsToTwipsF(std::max(0.0, x)), pixelsToTwipsF(4 + row * Cell.height()));
-}
-
-void TableMapWindow::syncSelection()
-{
-    for (TableMapItem* table : m_items)
-        table->setSelected(table->number() == m_selected);
-    if (QTreeWidgetItem* row = m_details->topLevelItem(m_selected - 1))
-        m_details->setCurrentItem(row);
+    const int x = width - (column + 1) * Cell.width();
+    return QPointF(pixelsToTwipsF(std::max(0, x)), pixelsToTwipsF(4 + row * Cell.height()));
 }
 
 void TableMapWindow::InitTableSetting()
 {
     ensureLoaded();
     m_stack->setCurrentWidget(m_map);
-    m_scene->clear();
-    m_items.clear();
-    m_details->clear();
-    m_details->setColumnCount(2);
-    m_details->setHeaderLabels({QStringLiteral("מספר השולחן"), QStringLiteral("רשימת האנשים")});
-    const int listWidth = m_stack->width();
-    m_details->setColumnWidth(0, listWidth / 4);
+    m_model->clear();
+    m_model->setHorizontalHeaderLabels({QStringLiteral("מספר השולחן"), QStringLiteral("רשימת האנשים")});
+    m_details->setColumnWidth(0, m_stack->width() / 4);
     m_details->header()->setStretchLastSection(true);
 
     for (int number = 1; number <= m_state.MaxTables; ++number) {
-        const QPixmap icon = QPixmap::fromImage(seating::tableNumberIcon(number, IconSize));
-        auto* table = new TableMapItem(number, icon);
-        table->setTwips(automaticPosition(number - 1));
-        m_scene->addItem(table);
-        m_items.push_back(table);
-        auto* row = new QTreeWidgetItem(m_details, {table->text(), QString()});
-        row->setIcon(0, QIcon(icon));
+        auto* caption = new QStandardItem(QIcon(QPixmap::fromImage(seating::tableNumberIcon(number, IconSize))),
+                                          QString::number(number));
+        auto* names = new QStandardItem();
+        for (QStandardItem* cell : {caption, names})
+            cell->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable); // the count is read back: no editing
+        m_model->appendRow({caption, names});
     }
-    m_selected = m_items.empty() ? 0 : 1;
-    syncSelection();
-    onClick();
+    for (int row = 0; row < itemCount(); ++row)
+        m_map->setPlace(row, automaticPosition(row));
+    m_map->fitScrollArea();
+    // A new model forgets the selection without a word: the first table is chosen afresh.
+    m_selected = 0;
+    selectTable(itemCount() > 0 ? 1 : 0);
     ChangeTableViewMode(1);
 }
 
@@ -425,16 +474,16 @@ void TableMapWindow::InitTableView(int viewMode)
     // A failure to read is passed over: the list's own load reports what is wrong with the file.
     PendingFailure pending;
     const bool overFull = seating::CountTables(m_state, pending);
-    for (TableMapItem* table : m_items) {
-        const auto number = size_t(table->number());
+    for (int row = 0; row < itemCount(); ++row) {
+        const auto number = size_t(row + 1);
         const TableRecord record = number < m_state.TableInfo.size() ? m_state.TableInfo[number] : TableRecord{};
-        table->setText(seating::TableCaption(record.PeopleCount));
-        QTreeWidgetItem* row = m_details->topLevelItem(table->number() - 1);
-        row->setText(0, table->text());
+        QStandardItem* caption = m_model->item(row, 0);
+        caption->setText(seating::TableCaption(record.PeopleCount));
+        // A screen reader hears the table's number, which only its icon shows, with the caption.
+        caption->setData(QStringLiteral("שולחן מס' %1, %2").arg(number).arg(caption->text()), Qt::AccessibleTextRole);
         if (viewMode == 2)
-            row->setText(1, record.PeopleNames);
+            m_model->item(row, 1)->setText(record.PeopleNames);
     }
-    m_scene->update();
     m_state.CurTable = quint8(m_selected);
     enableTableCommands(SeatedCount(m_selected) != 0);
     LoadTablePositions();
@@ -485,9 +534,14 @@ void TableMapWindow::enableTableCommands(bool enabled)
 
 void TableMapWindow::selectTable(int table)
 {
-    m_selected = table;
-    syncSelection();
-    onClick();
+    const QModelIndex index = m_model->index(table - 1, 0);
+    if (!index.isValid()) {
+        m_map->selectionModel()->clear();
+        m_selected = 0;
+        onClick();
+        return;
+    }
+    m_map->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void TableMapWindow::onToolbar(QAction* button)
@@ -547,16 +601,17 @@ void TableMapWindow::LoadTablePositions()
 {
     const IniSnapshot ini(m_state.iniFile());
     GardenMapFile = ini.value(keys::GardenMapBackground.section, keys::GardenMapBackground.name, QString());
-    for (TableMapItem* table : m_items) {
-        const auto stored = seating::storedPosition(ini, table->number());
+    for (int row = 0; row < itemCount(); ++row) {
+        const auto stored = seating::storedPosition(ini, row + 1);
         if (!stored)
             continue;
         bool leftOk = false, topOk = false;
         const float left = stored->left.toFloat(&leftOk);
         const float top = stored->top.toFloat(&topOk);
         if (leftOk && topOk)
-            table->setTwips(QPointF(left, top));
+            m_map->setPlace(row, QPointF(left, top));
     }
+    m_map->fitScrollArea();
 }
 
 void TableMapWindow::SaveTablePositions()
@@ -623,9 +678,15 @@ void TableMapWindow::LoadGardenMap()
 
 bool TableMapWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_details && event->type() == QEvent::FocusIn
-        && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
-        m_state.CurTable = 0;
+    // Coming into the list by mouse or by Tab forgets the table until the next choice in it;
+    // the highlight goes with it. A pop-up closing or the window coming back keeps both.
+    if ((watched == m_map || watched == m_details) && event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason) {
+            m_map->selectionModel()->clearSelection();
+            m_state.CurTable = 0;
+        }
+    }
     return QWidget::eventFilter(watched, event);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QGraphicsItem>
-#include <QGraphicsView>
+#include <QListView>
 #include <QPixmap>
 #include <QWidget>
 
@@ -11,8 +10,9 @@
 class QAction;
 class QMenu;
 class QStackedWidget;
+class QStandardItemModel;
 class QToolBar;
-class QTreeWidget;
+class QTreeView;
 
 namespace velmora {
 class Prompts;
@@ -23,65 +23,53 @@ namespace velmora::ui {
 
 class TableWindow;
 
-// One table on the map: its icon with the caption under it. The caption is not editable:
-// the people at the table are read back from it.
-class TableMapItem : public QGraphicsItem {
-public:
-    TableMapItem(int number, const QPixmap& icon);
-
-    int number() const { return m_number; }
-    const QString& text() const { return m_text; }
-    void setText(const QString& text);
-    // Left and top in twips from the map's top left corner.
-    QPointF twips() const;
-    void setTwips(const QPointF& twips);
-
-    static QSizeF cellSize();
-    QRectF boundingRect() const override;
-    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
-
-protected:
-    QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
-
-private:
-    int m_number;
-    QPixmap m_icon;
-    QString m_text;
-};
-
-// The map view: the garden's picture at its natural size from the top left corner, and
-// the table icons the user drags over it.
-class TableMapView : public QGraphicsView {
+// The map view: one icon with its caption for each table (row = table - 1), over the
+// garden's picture at its natural size. Picture and tables share one origin, the top left
+// corner of the list; a table's place is kept in twips, exactly as stored, and shown to the
+// nearest pixel. The user drags a table with the mouse; the table taken last is drawn above
+// the others. Being a list, every table reads to a screen reader and is selectable by keys.
+class TableMapView : public QListView {
     Q_OBJECT
 
 public:
     explicit TableMapView(QWidget* parent = nullptr);
+
     void setBackgroundPicture(const QPixmap& picture);
     void clearBackgroundPicture();
     const QPixmap& backgroundPicture() const { return m_picture; }
-    TableMapItem* itemNumber(int number) const;
 
-signals:
-    void itemPressed(int number);
-    void clicked();
-    void doubleClicked();
-    void contextMenuWanted(const QPoint& globalPos);
-    void focusGained();
+    QPointF place(int row) const;
+    void setPlace(int row, const QPointF& twips);
+    // After places changed from outside: the scrolling area covers them again.
+    void fitScrollArea();
+
+    static QSize cellSize();
+    // Where a table's icon stands inside its cell.
+    static QRect iconRect();
+
+    void doItemsLayout() override;
 
 protected:
-    void drawBackground(QPainter* painter, const QRectF& rect) override;
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
+    void updateGeometries() override;
 
 private:
+    void applyPlace(int row);
+
     QPixmap m_picture;
+    int m_topRow = -1; // the table taken last, drawn above all others
+    int m_dragRow = -1;
+    bool m_dragging = false;
+    QPoint m_grab;      // where the mouse took the table, viewport pixels
+    QPoint m_dragStart; // the table's top left corner then, contents pixels
 };
 
-// The map of all tables, as icons over the garden or as a detailed list. Built hidden at
-// start and kept for the whole run; closing it only hides it until the program ends.
+// The map of all tables, as icons over the garden or as a detailed list: two views of one
+// model sharing one selection. Built hidden at start and kept for the whole run; closing it
+// only hides it until the program ends.
 class TableMapWindow : public QWidget {
     Q_OBJECT
 
@@ -101,15 +89,17 @@ public:
 
     // The people at a table as its item's caption tells them.
     quint8 SeatedCount(int table) const;
-    int itemCount() const { return int(m_items.size()); }
-    TableMapItem* item(int table) const;
+    int itemCount() const;
     QString itemText(int table) const;
     QString itemNames(int table) const; // the detailed list's second column
     void selectTable(int table);       // as a click on the table would
+    // A table's place on the map, twips from the list's top left corner.
+    QPointF tablePlace(int table) const;
+    void setTablePlace(int table, const QPointF& twips);
     std::vector<QPointF> itemPositions() const;
 
     TableMapView* mapView() const { return m_map; }
-    QTreeWidget* detailList() const { return m_details; }
+    QTreeView* detailList() const { return m_details; }
     QAction* toolButton(int index) const { return m_buttons[size_t(index - 1)]; }
     QAction* popupAction(const QString& name) const;
     QMenu* popupMenu() const { return m_popup; }
@@ -133,7 +123,7 @@ private:
     void enableTableCommands(bool enabled);
     void askToSavePositions();
     QPointF automaticPosition(int index) const;
-    void syncSelection();
+    void showPopup(QAbstractItemView* view, const QPoint& at);
 
     WeddingState& m_state;
     Prompts& m_prompts;
@@ -144,11 +134,10 @@ private:
     QToolBar* m_toolbar = nullptr;
     std::array<QAction*, 10> m_buttons{};
     QStackedWidget* m_stack = nullptr;
+    QStandardItemModel* m_model = nullptr;
     TableMapView* m_map = nullptr;
-    QGraphicsScene* m_scene = nullptr;
-    QTreeWidget* m_details = nullptr;
+    QTreeView* m_details = nullptr;
     QMenu* m_popup = nullptr;
-    std::vector<TableMapItem*> m_items;
     TableWindow* m_tableWindow = nullptr;
 };
 

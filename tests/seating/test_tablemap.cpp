@@ -4,32 +4,64 @@
 #include "TestWedding.h"
 
 #include "app/IniFile.h"
-#include "app/PendingFailure.h"
 #include "app/Settings.h"
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/ui/MainWindow.h"
-#include "app/ui/Startup.h"
+#include "app/ui/QtPrompts.h"
+#include "seating/TableIcons.h"
 #include "seating/TableMap.h"
 #include "seating/ui/TableMapWindow.h"
 #include "seating/ui/TableWindow.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
 #include <QTableView>
-#include <QTreeWidget>
+#include <QTreeView>
 
 using namespace velmora;
 
 namespace {
 
-// The smallest GIF there is: one white pixel.
-const QByteArray OnePixelGif = QByteArray::fromHex(
-    "47494638396101000100800000ffffff00000021f90401000000002c00000000010001000002024401003b");
-
 QString ini(const WeddingState& state, const QString& key)
 {
     return ReadIniValue(state.iniFile(), QStringLiteral("TablesMap"), key, QStringLiteral("<none>"));
+}
+
+// A picture file: one colour, with a red square at (150, 80) when it is large enough.
+QString writePicture(const QString& path, QSize size, const char* format = "PNG")
+{
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(QColor(0, 160, 0));
+    QPainter(&picture).fillRect(150, 80, 10, 10, Qt::red);
+    picture.save(path, format);
+    return path;
+}
+
+QPoint scrolled(const QAbstractScrollArea* view)
+{
+    return QPoint(view->horizontalScrollBar()->value(), view->verticalScrollBar()->value());
+}
+
+// Where a table must be drawn, in the viewport: its place from the list's top left corner.
+QRect expectedCell(const ui::TableMapWindow& map, int table)
+{
+    const QPointF twips = map.tablePlace(table);
+    const QPoint at(int(std::lround(twipsToPixelsF(twips.x()))), int(std::lround(twipsToPixelsF(twips.y()))));
+    return QRect(at - scrolled(map.mapView()), ui::TableMapView::cellSize());
+}
+
+// The table's own icon, pixel for pixel, at its expected place on the screen.
+bool iconDrawnAt(const ui::TableMapWindow& map, int table, const QRect& cell)
+{
+    const QImage shot = map.mapView()->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QRect icon = ui::TableMapView::iconRect().translated(cell.topLeft());
+    return shot.copy(icon) == seating::tableNumberIcon(table, 32).convertToFormat(QImage::Format_RGB32);
 }
 
 } // namespace
@@ -42,19 +74,53 @@ private:
     test::RunningProgram m_program;
     WeddingState& m_state = m_program.state;
     test::ScriptedPrompts& m_prompts = m_program.prompts;
-    std::unique_ptr<ui::Windows>& m_windows = m_program.windows;
 
-    ui::TableMapWindow& start()
+    ui::TableMapWindow& start(bool shown = false)
     {
         m_program.start(m_wedding->folder());
-        return m_program.map();
+        ui::TableMapWindow& map = m_program.map();
+        if (shown) {
+            map.show();
+            map.activateWindow();
+            static_cast<void>(QTest::qWaitForWindowActive(&map)); // what follows fails plainly if not
+        }
+        return map;
     }
 
-    void stop() { m_program.stop(); }
-
-    QPoint onScreen(ui::TableMapWindow& map, int table)
+    void setLimits(int tables, int chairs)
     {
-        return map.mapView()->mapFromScene(map.item(table)->sceneBoundingRect().center());
+        m_wedding->state.MaxTables = quint8(tables);
+        m_wedding->state.MaxChairs = quint8(chairs);
+        SaveOptions(m_wedding->state);
+    }
+
+    QPoint centre(ui::TableMapWindow& map, int table) { return expectedCell(map, table).center(); }
+
+    // What a screen reader reads of every table in a view, and a table chosen through it.
+    void readAndChoose(ui::TableMapWindow& map, QAbstractItemView* view, int table)
+    {
+        QAccessibleTableInterface* list = QAccessible::queryAccessibleInterface(view)->tableInterface();
+        QVERIFY(list);
+        QCOMPARE(list->rowCount(), map.itemCount());
+        for (int row = 0; row < map.itemCount(); ++row)
+            QCOMPARE(list->cellAt(row, 0)->text(QAccessible::Name),
+                     QStringLiteral("שולחן מס' %1, %2").arg(row + 1).arg(map.itemText(row + 1)));
+        QAccessibleInterface* chosen = list->cellAt(table - 1, 0);
+        chosen->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QVERIFY(chosen->state().selected && !list->cellAt(table == 1 ? 1 : 0, 0)->state().selected);
+        QCOMPARE(m_state.CurTable, quint8(table));
+        QCOMPARE(map.toolButton(5)->isEnabled(), map.SeatedCount(table) > 0);
+    }
+
+    // A real drag with the mouse, in two moves.
+    void drag(ui::TableMapWindow& map, int table, QPoint by)
+    {
+        QWidget* viewport = map.mapView()->viewport();
+        const QPoint grab = centre(map, table);
+        QTest::mousePress(viewport, Qt::LeftButton, {}, grab);
+        QTest::mouseMove(viewport, grab + by / 2);
+        QTest::mouseMove(viewport, grab + by);
+        QTest::mouseRelease(viewport, Qt::LeftButton, {}, grab + by);
     }
 
 private slots:
@@ -66,55 +132,35 @@ private slots:
         m_wedding->addInvitation(test::invitation("לוי", "רון", 3, 0, 4, QString()));
         m_wedding->addInvitation(test::invitation("גבאי", "שי", 9, 1, 7, QString()));
         m_wedding->addInvitation(test::invitation("טל", "אור", 1, 1, QVariant(), QString())); // not seated
-        m_wedding->addInvitation(test::invitation("בר", "גיל", 1, 1, 0, QString()));          // not seated either
+        m_wedding->addInvitation(test::invitation("בר", "גיל", 1, 1, 0, QString()));          // nor this one
+        m_wedding->addInvitation(test::invitation("רחוק", "מאוד", 4, 1, 30, QString()));    // above MaxTables
     }
 
     void cleanup()
     {
-        stop();
+        m_program.stop();
         m_prompts.verifyDone();
     }
 
     void captionsReadBackAsPeople()
     {
         QCOMPARE(seating::TableCaption(10), QStringLiteral("שולחן של 10"));
-        QCOMPARE(seating::SeatedCount(QStringLiteral("שולחן של 10")), quint8(10));
-        QCOMPARE(seating::SeatedCount(QStringLiteral("שולחן של 9")), quint8(9));
-        QCOMPARE(seating::SeatedCount(QStringLiteral("שולחן של 0")), quint8(0));
-        QCOMPARE(seating::SeatedCount(QStringLiteral("7")), quint8(7)); // an item before its first refresh
-        QCOMPARE(seating::SeatedCount(QString()), quint8(0));
-        QCOMPARE(seating::positionText(1234.5), QStringLiteral("1234.5"));
+        for (const auto& [caption, people] : {std::pair{"שולחן של 10", 10}, {"שולחן של 9", 9}, {"שולחן של 0", 0},
+                                              {"7", 7} /* before the first refresh */, {"", 0}})
+            QCOMPARE(seating::SeatedCount(QString::fromUtf8(caption)), quint8(people));
         QCOMPARE(seating::positionText(0.1 + 0.2), QStringLiteral("0.3"));
-    }
-
-    void everySeatedInvitationCountsAtItsTable()
-    {
-        m_wedding->addInvitation(test::invitation("רחוק", "מאוד", 4, 1, 30, QString())); // above MaxTables: nowhere
-        WeddingState& state = m_wedding->state;
-        PendingFailure pending;
-        QVERIFY(!seating::CountTables(state, pending));
-        QVERIFY(!pending);
-        QCOMPARE(int(state.TableInfo.size()), 21);
-        QCOMPARE(state.TableInfo[4].PeopleCount, quint8(5));
-        QCOMPARE(state.TableInfo[4].PeopleNames, QStringLiteral("כהן דנה , לוי רון , "));
-        QCOMPARE(state.TableInfo[7].PeopleCount, quint8(9));
-        QCOMPARE(state.TableInfo[0].PeopleCount, quint8(0));
-        state.MaxChairs = 8;
-        QVERIFY(seating::CountTables(state, pending));
     }
 
     void theMapShowsCountsWhateverTheListShows()
     {
-        ui::TableMapWindow& map = start();
+        ui::TableMapWindow& map = start(true);
         QCOMPARE(map.itemCount(), 20);
-        QCOMPARE(map.itemText(4), QStringLiteral("שולחן של 5"));
-        QCOMPARE(map.itemText(7), QStringLiteral("שולחן של 9"));
         QCOMPARE(map.itemText(1), QStringLiteral("שולחן של 0"));
-        QCOMPARE(map.SeatedCount(4), quint8(5));
+        QCOMPARE(map.SeatedCount(7), quint8(9));
         QCOMPARE(map.itemNames(4), QString()); // names only in the detailed list
+        readAndChoose(map, map.mapView(), 7);
 
-        // A group and both filters on the list change nothing on the map.
-        ui::MainWindow& main = *m_windows->main;
+        ui::MainWindow& main = m_program.main();
         main.action(QStringLiteral("mnuIgnoreNotCnf"))->trigger();
         main.action(QStringLiteral("mnuIgnoreCnfNotOk"))->trigger();
         main.cmbUserGroups()->setCurrentIndex(2);
@@ -122,43 +168,58 @@ private slots:
         QCOMPARE(main.grid()->model()->rowCount(), 1); // the empty row
         QCOMPARE(map.itemText(4), QStringLiteral("שולחן של 5"));
 
+        m_prompts.expectMapSaveQuestion();
         map.ChangeTableViewMode(2);
-        QCOMPARE(map.detailList()->currentIndex().isValid(), true);
         QCOMPARE(map.itemNames(4), QStringLiteral("כהן דנה , לוי רון , "));
-        QCOMPARE(map.detailList()->topLevelItem(3)->text(0), QStringLiteral("שולחן של 5"));
+        readAndChoose(map, map.detailList(), 3);
         QVERIFY(map.toolButton(8)->isChecked() && !map.toolButton(7)->isChecked());
         QVERIFY(map.popupAction(QStringLiteral("popDetailed"))->isChecked());
         map.InitTableSetting(); // always back to the map
         QCOMPARE(m_state.TableViewMode, quint8(1));
         QVERIFY(map.toolButton(7)->isChecked());
+
+        // Table 7 holds 9: the refresh says so once, and the table won't open.
+        m_state.MaxChairs = 8;
+        const QString overFull = QStringLiteral("לא ניתן להושיב יותר מ- 8 איש בשולחן");
+        m_prompts.expectMessage(PromptIcon::None, overFull).expectMessage(PromptIcon::None, overFull);
+        map.InitTableView(1);
+        map.selectTable(7);
+        map.ViewTable();
+        QVERIFY(!map.tableWindow());
     }
 
-    void clickingATableSetsItAndItsCommands()
+    void whatIsHighlightedIsWhatTheCommandsActOn()
     {
-        ui::TableMapWindow& map = start();
-        map.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&map));
-        QTest::mouseClick(map.mapView()->viewport(), Qt::LeftButton, {}, onScreen(map, 2));
+        ui::TableMapWindow& map = start(true);
+        QWidget* viewport = map.mapView()->viewport();
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, centre(map, 2));
         QCOMPARE(m_state.CurTable, quint8(2));
-        QVERIFY(!map.toolButton(5)->isEnabled());
-        QVERIFY(!map.popupAction(QStringLiteral("popTableSitView"))->isEnabled());
-        QVERIFY(!map.popupAction(QStringLiteral("popUpdateTableNum"))->isEnabled());
+        for (QAction* command : {map.toolButton(5), map.popupAction(QStringLiteral("popTableSitView")),
+                                 map.popupAction(QStringLiteral("popUpdateTableNum"))})
+            QVERIFY(!command->isEnabled());
         m_prompts.expectMessage(PromptIcon::None, QStringLiteral(".שולחן ריק מאנשים"));
         map.ViewTable(); // the menu entry is off, but the double click still asks
 
-        QTest::mouseClick(map.mapView()->viewport(), Qt::LeftButton, {}, onScreen(map, 7));
+        // The right button chooses the table under it, then opens the pop-up for it.
+        QTest::mouseClick(viewport, Qt::RightButton, {}, centre(map, 7));
+        QContextMenuEvent menu(QContextMenuEvent::Mouse, centre(map, 7), viewport->mapToGlobal(centre(map, 7)));
+        QApplication::sendEvent(viewport, &menu);
+        QVERIFY(map.popupMenu()->isVisible());
         QCOMPARE(m_state.CurTable, quint8(7));
-        QVERIFY(map.toolButton(5)->isEnabled());
-        map.toolButton(5)->trigger();
-        QVERIFY(map.tableWindow());
+        map.popupAction(QStringLiteral("popTableSitView"))->trigger();
+        map.popupMenu()->close();
         QCOMPARE(map.tableWindow()->table(), 7);
         QCOMPARE(m_state.CurTableChairs, quint8(9));
-        QVERIFY(map.tableWindow()->isVisible());
 
-        QTest::mouseDClick(map.mapView()->viewport(), Qt::LeftButton, {}, onScreen(map, 4));
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, centre(map, 4)); // a double click's first press
+        QTest::mouseDClick(viewport, Qt::LeftButton, {}, centre(map, 4));
         QCOMPARE(map.tableWindow()->table(), 4); // a fresh window for the new table
 
-        m_state.CurTable = 0; // as after the list gained the focus
+        // Coming into the list by Tab forgets the table, and its highlight.
+        map.mapView()->clearFocus();
+        map.mapView()->setFocus(Qt::TabFocusReason);
+        QCOMPARE(m_state.CurTable, quint8(0));
+        QVERIFY(!map.mapView()->selectionModel()->hasSelection() && !map.toolButton(5)->isEnabled());
         map.ViewTable();
         QCOMPARE(map.tableWindow()->table(), 4);
         m_prompts.expectMapSaveQuestion();
@@ -166,144 +227,177 @@ private slots:
         QVERIFY(!map.isVisible());
     }
 
-    void anOverFullTableIsReported()
+    void iconsAreDrawnAtTheirPlaces_data()
     {
-        m_wedding->state.MaxChairs = 8;
-        SaveOptions(m_wedding->state);
-        // Shown by each of the two refreshes of the start.
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להושיב יותר מ- 8 איש בשולחן"));
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להושיב יותר מ- 8 איש בשולחן"));
-        ui::TableMapWindow& map = start();
-        map.selectTable(7);
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להושיב יותר מ- 8 איש בשולחן"));
-        map.ViewTable();
-        QVERIFY(!map.tableWindow());
-        stop();
-        m_wedding->state.MaxChairs = 12;
-        SaveOptions(m_wedding->state);
+        QTest::addColumn<int>("tables");
+        QTest::addColumn<bool>("picture");
+        QTest::newRow("few tables, no picture") << 3 << false;
+        QTest::newRow("few tables over a picture") << 3 << true;
+        QTest::newRow("100 tables, no picture") << 100 << false;
+        QTest::newRow("100 tables over a picture") << 100 << true;
+    }
+
+    void iconsAreDrawnAtTheirPlaces()
+    {
+        QFETCH(int, tables);
+        QFETCH(bool, picture);
+        setLimits(tables, 12);
+        // All in the right part of the garden: nothing stands at the left edge.
+        for (int table = 1; table <= tables; ++table) {
+            const int i = table - 1;
+            WriteIniValue(m_wedding->state.iniFile(), "TablesMap", QStringLiteral("TableNum-%1").arg(table),
+                          QStringLiteral("%1, %2").arg(3000 + i % 6 * 1200).arg(1500 + i / 6 * 900));
+        }
+        if (picture)
+            WriteIniValue(m_wedding->state.iniFile(), "TablesMap", "GardenMapBackground",
+                          writePicture(m_wedding->folder() + QStringLiteral("/garden.png"), QSize(1200, 900)));
+        ui::TableMapWindow& map = start(true);
+        ui::TableMapView* view = map.mapView();
+        view->setFont(QFont(QStringLiteral("DejaVu Sans"), 11)); // the list lays its items out afresh
+        if (picture) {
+            view->horizontalScrollBar()->setValue(100);
+            view->verticalScrollBar()->setValue(50);
+        }
+        QCOMPARE(scrolled(view), picture ? QPoint(100, 50) : QPoint(0, 0));
+
+        int seen = 0;
+        for (int table = 1; table <= tables; ++table) {
+            const QRect cell = expectedCell(map, table);
+            QCOMPARE(view->visualRect(view->model()->index(table - 1, 0)), cell);
+            if (view->viewport()->rect().contains(cell) && ++seen)
+                QVERIFY2(iconDrawnAt(map, table, cell), qPrintable(QString::number(table)));
+        }
+        QVERIFY(seen >= std::min(tables, 20));
+        const QImage shot = view->viewport()->grab().toImage();
+        QCOMPARE(shot.pixelColor(155 - 100, 85 - 50), picture ? QColor(Qt::red) : QColor(Qt::white));
+    }
+
+    void aDraggedTableMovesByTheDraggedDistanceAndStaysOnTop()
+    {
+        // Table 5 is the leftmost; table 6 lies where it is dragged to.
+        WriteIniValue(m_wedding->state.iniFile(), "TablesMap", "TableNum-5", "300, 3000");
+        WriteIniValue(m_wedding->state.iniFile(), "TablesMap", "TableNum-6", "1050, 3525");
+        ui::TableMapWindow& map = start(true);
+        const std::vector<QPointF> before = map.itemPositions();
+        drag(map, 5, QPoint(40, 30));
+        QCOMPARE(map.tablePlace(5), QPointF(300 + 600, 3000 + 450));
+        QCOMPARE(expectedCell(map, 5).topLeft(), QPoint(20 + 40, 200 + 30));
+        QVERIFY(iconDrawnAt(map, 5, expectedCell(map, 5)));
+        std::vector<QPointF> after = map.itemPositions();
+        after[4] = before[4];
+        QVERIFY(after == before); // no other table moved
+        QCOMPARE(m_state.CurTable, quint8(5));
+        QVERIFY(map.TablePositionsChanged());
+
+        // A refresh puts back what is stored; a table never stored stays where it was put,
+        // above the stored one it was dragged onto.
+        drag(map, 7, expectedCell(map, 6).topLeft() + QPoint(10, 5) - expectedCell(map, 7).topLeft());
+        const QPointF dropped = map.tablePlace(7);
+        map.InitTableView(m_state.TableViewMode);
+        QCOMPARE(map.tablePlace(5), QPointF(300, 3000));
+        QCOMPARE(map.tablePlace(7), dropped);
+        QVERIFY(iconDrawnAt(map, 7, expectedCell(map, 7)));
+
+        // Switching to the list with changes asks.
+        const QString kept = seating::positionText(dropped.x()) + QStringLiteral(", ") + seating::positionText(dropped.y());
+        m_prompts.expectMapSaveQuestion(PromptAnswer::Ok);
+        map.toolButton(8)->trigger();
+        QCOMPARE(ini(m_state, "TableNum-7"), kept);
+        map.close(); // in the list view nothing is asked
     }
 
     void placesAreKeptAndComparedAsText()
     {
         ui::TableMapWindow& map = start();
         QVERIFY(map.TablePositionsChanged()); // nothing stored on a first run
-        map.item(3)->setTwips(QPointF(1500, 2250.5));
+        map.setTablePlace(3, QPointF(1500, 2250.5));
         map.SaveTablePositions();
         QCOMPARE(ini(m_state, "TableNum-3"), QStringLiteral("1500, 2250.5"));
         QCOMPARE(ini(m_state, "GardenMapBackground"), QString());
         QVERIFY(!map.TablePositionsChanged());
-        map.item(3)->setTwips(QPointF(1515, 2250.5));
+        map.setTablePlace(3, QPointF(1515, 2250.5));
         QVERIFY(map.TablePositionsChanged());
-        map.item(3)->setTwips(QPointF(1500, 2250.5));
-        stop();
+        map.setTablePlace(3, QPointF(1500, 2250.5));
+        m_program.stop();
 
         // Back at the next start; more tables have no key, fewer leave theirs in the file.
-        m_wedding->state.MaxTables = 30;
-        SaveOptions(m_wedding->state);
+        setLimits(30, 12);
         ui::TableMapWindow& more = start();
-        QCOMPARE(more.item(3)->twips(), QPointF(1500, 2250.5));
+        QCOMPARE(more.tablePlace(3), QPointF(1500, 2250.5));
         QVERIFY(more.TablePositionsChanged());
         m_prompts.expectMapSaveQuestion(); // hidden map: the question is asked all the same
-        m_windows->main->close();
-        m_windows.reset();
+        m_program.main().close();
+        m_program.windows.reset();
     }
 
-    void aDraggedTableMovesAndARefreshPutsItBack()
+    void theGardenPictureAndTheDefaultLayout()
     {
-        ui::TableMapWindow& map = start();
-        // Only table 5 has a place stored.
-        WriteIniValue(m_state.iniFile(), "TablesMap", "TableNum-5", "3000, 3000");
-        map.InitTableView(m_state.TableViewMode);
-        QCOMPARE(map.item(5)->twips(), QPointF(3000, 3000));
-        map.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&map));
-
-        const QPointF before = map.item(5)->pos();
-        const QPoint grab = onScreen(map, 5);
-        QTest::mousePress(map.mapView()->viewport(), Qt::LeftButton, {}, grab);
-        QTest::mouseMove(map.mapView()->viewport(), grab + QPoint(20, 10));
-        QTest::mouseMove(map.mapView()->viewport(), grab + QPoint(40, 30));
-        QTest::mouseRelease(map.mapView()->viewport(), Qt::LeftButton, {}, grab + QPoint(40, 30));
-        QCOMPARE(map.item(5)->pos(), before + QPointF(40, 30));
-        QCOMPARE(m_state.CurTable, quint8(5));
-        QVERIFY(map.TablePositionsChanged());
-
-        // Table 6 was never stored: it stays where it is dragged.
-        map.item(6)->setTwips(QPointF(4500, 600));
-        map.InitTableView(m_state.TableViewMode);
-        QCOMPARE(map.item(5)->twips(), QPointF(3000, 3000));
-        QCOMPARE(map.item(6)->twips(), QPointF(4500, 600));
-
-        // Switching to the list with unsaved changes asks; the list never moves a table.
-        m_prompts.expectMapSaveQuestion(PromptAnswer::Ok);
-        map.toolButton(8)->trigger();
-        QCOMPARE(ini(m_state, "TableNum-6"), QStringLiteral("4500, 600"));
-        map.SaveTablePositions();
-        QCOMPARE(ini(m_state, "TableNum-6"), QStringLiteral("4500, 600"));
-        map.close(); // in the list view nothing is asked
-        QVERIFY(!map.isVisible());
-    }
-
-    void theDefaultLayoutForgetsEveryPlace()
-    {
-        ui::TableMapWindow& map = start();
-        map.item(2)->setTwips(QPointF(9000, 9000));
-        map.SaveTablePositions();
-        const QString warning = QStringLiteral("פעולה זו תאפס את מפת השולחנות\r\n?למיקומי בררת המחדל של המערכת");
-        m_prompts.expectBox(PromptIcon::Warning, warning, QStringLiteral("אזהרת מערכת"), PromptButtons::OkCancel,
-                            PromptAnswer::Ok, PromptAnswer::Cancel);
-        map.toolButton(3)->trigger();
-        QCOMPARE(ini(m_state, "TableNum-2"), QStringLiteral("9000, 9000"));
-
-        m_prompts.expectBox(PromptIcon::Warning, warning, QStringLiteral("אזהרת מערכת"), PromptButtons::OkCancel,
-                            PromptAnswer::Ok, PromptAnswer::Ok);
-        map.popupAction(QStringLiteral("popSetDefaultMap"))->trigger();
-        QCOMPARE(ini(m_state, "TableNum-2"), QStringLiteral("<none>"));
-        QVERIFY(map.item(2)->twips() != QPointF(9000, 9000));
-        QVERIFY(map.TablePositionsChanged());
-    }
-
-    void theGardenPictureIsChosenAndKept()
-    {
-        ui::TableMapWindow& map = start();
-        m_prompts.expectOpenFile(std::nullopt);
-        map.toolButton(2)->trigger(); // cancelled: nothing at all
-        QCOMPARE(m_prompts.fileRequests().back().filter, QStringLiteral("GIF Image (*.gif)|*.gif"));
-        QCOMPARE(m_prompts.fileRequests().back().initialDir, m_state.AppPath);
-
-        m_prompts.expectOpenFile(m_state.AppPath + QStringLiteral("nowhere.gif"));
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral(".קובץ לא נמצא"));
-        map.toolButton(2)->trigger();
-        QCOMPARE(ini(m_state, "GardenMapBackground"), QStringLiteral("<none>"));
-
-        const QString garden = m_state.AppPath + QStringLiteral("garden.gif");
-        QFile file(garden);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(OnePixelGif);
-        file.close();
-        m_prompts.expectOpenFile(QStringLiteral("  ") + garden);
-        map.toolButton(2)->trigger();
-        QCOMPARE(ini(m_state, "GardenMapBackground"), garden);
-        QCOMPARE(map.mapView()->backgroundPicture().size(), QSize(1, 1));
-
-        // Not a picture at all: the path is kept, the program goes on.
+        ui::TableMapWindow& map = start(true);
+        const QScrollBar* down = map.mapView()->verticalScrollBar();
+        const QString missing = m_state.AppPath + QStringLiteral("nowhere.gif");
+        const QString big = writePicture(m_state.AppPath + QStringLiteral("big.png"), QSize(2000, 1500));
+        const QString small = writePicture(m_state.AppPath + QStringLiteral("garden.gif"), QSize(1, 1));
         const QString words = m_state.AppPath + QStringLiteral("words.gif");
         QFile text(words);
-        QVERIFY(text.open(QIODevice::WriteOnly));
-        text.write("this is no picture");
+        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("no picture") > 0);
         text.close();
-        m_prompts.expectOpenFile(words);
+        m_prompts.expectOpenFile(std::nullopt).expectOpenFile(missing);
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral(".קובץ לא נמצא"));
+        map.toolButton(2)->trigger(); // cancelled: nothing at all
         map.toolButton(2)->trigger();
-        QCOMPARE(ini(m_state, "GardenMapBackground"), words);
-        stop();
+        QCOMPARE(m_prompts.fileRequests().back().filter, QStringLiteral("GIF Image (*.gif)|*.gif"));
+        QCOMPARE(m_prompts.fileRequests().back().initialDir, m_state.AppPath);
+        QCOMPARE(ini(m_state, "GardenMapBackground"), QStringLiteral("<none>"));
+        for (const auto& [chosen, height] : {std::pair{QStringLiteral("  ") + big, 1500}, {small, 1}, {words, 1}}) {
+            m_prompts.expectOpenFile(chosen);
+            map.toolButton(2)->trigger();
+            QCOMPARE(ini(m_state, "GardenMapBackground"), chosen.trimmed()); // kept, picture or not
+            QCOMPARE(map.mapView()->backgroundPicture().height(), height);
+            QCOMPARE(down->maximum() > 1000, height > 1000); // a smaller picture, a smaller area
+        }
+
+        // The default layout forgets every place and the path; the picture stays on screen.
+        map.setTablePlace(2, QPointF(30000, 30000));
+        map.SaveTablePositions();
+        QVERIFY(down->maximum() > 1000);
+        const QString warning = QStringLiteral("פעולה זו תאפס את מפת השולחנות\r\n?למיקומי בררת המחדל של המערכת");
+        for (PromptAnswer answer : {PromptAnswer::Cancel, PromptAnswer::Ok})
+            m_prompts.expectBox(PromptIcon::Warning, warning, QStringLiteral("אזהרת מערכת"), PromptButtons::OkCancel,
+                                PromptAnswer::Ok, answer);
+        map.toolButton(3)->trigger();
+        QCOMPARE(ini(m_state, "TableNum-2"), QStringLiteral("30000, 30000"));
+        map.popupAction(QStringLiteral("popSetDefaultMap"))->trigger();
+        QCOMPARE(ini(m_state, "TableNum-2") + ini(m_state, "GardenMapBackground"), QStringLiteral("<none><none>"));
+        QVERIFY(map.tablePlace(2) != QPointF(30000, 30000) && down->maximum() == 0);
+        QCOMPARE(map.mapView()->backgroundPicture().height(), 1);
+        m_program.stop();
 
         // The next start shows the stored picture, and the list takes it off.
-        WriteIniValue(m_wedding->state.iniFile(), "TablesMap", "GardenMapBackground", garden);
+        WriteIniValue(m_wedding->state.iniFile(), "TablesMap", "GardenMapBackground", small);
         ui::TableMapWindow& again = start();
-        QCOMPARE(again.gardenMapFile(), garden);
         QCOMPARE(again.mapView()->backgroundPicture().size(), QSize(1, 1));
         again.ChangeTableViewMode(2);
         QVERIFY(again.mapView()->backgroundPicture().isNull());
+    }
+
+    void theFileDialogGivesBackATypedMissingNameAndShowsPathsLeftToRight()
+    {
+        QTemporaryDir dir;
+        ui::QtPrompts prompts;
+        bool pathsLeftToRight = true, dialogRightToLeft = false;
+        test::NextModal typing([&](QWidget* dialog) {
+            dialogRightToLeft = dialog->layoutDirection() == Qt::RightToLeft;
+            for (const char* name : {"lookInCombo", "fileNameEdit", "listView", "treeView"}) {
+                auto* shown = dialog->findChild<QWidget*>(QLatin1String(name));
+                pathsLeftToRight &= shown && shown->layoutDirection() == Qt::LeftToRight;
+            }
+            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            QTest::keyClicks(name, QStringLiteral("nowhere.gif"));
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        const PromptResult<QString> chosen = prompts.openFile({{}, QStringLiteral("GIF Image (*.gif)|*.gif"), {}, dir.path()});
+        QVERIFY(typing.seen() && dialogRightToLeft && pathsLeftToRight);
+        QCOMPARE(chosen.value.value_or(QString()), dir.filePath(QStringLiteral("nowhere.gif")));
     }
 };
 
