@@ -27,6 +27,7 @@ DialerWindow::DialerWindow(WeddingState& state, Prompts& prompts, telephony::Ser
     setLayoutDirection(Qt::LeftToRight);
     setFont(QFont(QStringLiteral("Arial"), 8));
     setModal(false);
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
     setFixedSize(twipsToPixels(3720), twipsToPixels(1425));
 
     txtStatus = new QLabel(this);
@@ -103,10 +104,14 @@ void DialerWindow::showLook()
 {
     txtStatus->setText(m_dialer->status());
     const bool idle = m_dialer->controlsIdle();
+    const bool wasIdle = txtNumber->isEnabled();
     txtNumber->setEnabled(idle);
     cmdDial->setEnabled(idle);
     cmdQuit->setEnabled(idle);
     cmdCancel->setEnabled(!idle);
+    // Back from a call the focus had gone on to Quit; Enter dials again instead.
+    if (idle && !wasIdle)
+        txtNumber->setFocus();
 }
 
 void DialerWindow::closeEvent(QCloseEvent* event)

@@ -5,11 +5,13 @@
 #include "app/ui/QtPrompts.h"
 
 #include <QInputDialog>
+#include <QLibraryInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <QTranslator>
 
 #include <functional>
 
@@ -106,18 +108,29 @@ private slots:
         QCOMPARE(icon, QMessageBox::Critical);
 
         // The dialer's boxes read left to right; the caption defaults to the program's.
+        // Their buttons stay English where standard buttons read Hebrew.
+        QTranslator hebrew;
+        QVERIFY(hebrew.load(QStringLiteral("qtbase_he"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
+        QApplication::installTranslator(&hebrew);
+        QStringList buttons;
         onNextModal([&](QWidget* modal) {
             auto* box = qobject_cast<QMessageBox*>(modal);
             title = box->windowTitle();
             direction = box->layoutDirection();
+            for (QAbstractButton* button : box->buttons())
+                buttons << button->text();
             box->button(QMessageBox::Ok)->click();
         });
         MessageRequest english;
         english.text = QStringLiteral("Pick up the handset");
+        english.buttons = PromptButtons::OkCancel;
         english.leftToRight = true;
         prompts.show(english);
+        QApplication::removeTranslator(&hebrew);
         QCOMPARE(title, QStringLiteral("Velmora"));
         QCOMPARE(direction, Qt::LeftToRight);
+        buttons.sort();
+        QCOMPARE(buttons, (QStringList{"Cancel", "OK"}));
     }
 
     void aCancelledInputBoxGivesTheEmptyAnswer()

@@ -457,6 +457,11 @@ private slots:
         m_window->txtNumber->setText(QStringLiteral("050-1234567"));
         QTest::keyClick(m_window->txtNumber, Qt::Key_Return);
         QCOMPARE(m_port->writes().size(), 3);
+        // Back in the number box: Enter dials the same number again.
+        QCOMPARE(m_window->focusWidget(), m_window->txtNumber);
+        expectPickUp();
+        QTest::keyClick(m_window->focusWidget(), Qt::Key_Return);
+        QCOMPARE(m_port->writes().size(), 6);
         QTest::keyClick(m_window.get(), Qt::Key_Escape);
         QVERIFY(!m_window->isVisible());
     }
