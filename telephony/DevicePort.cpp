@@ -2,6 +2,8 @@
 
 #include "app/Failure.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <limits>
 
@@ -39,32 +41,22 @@ LineSettings parseSettings(const QString& text)
     settings.baud = parts[0].trimmed().toInt(&ok);
     if (!ok || settings.baud <= 0)
         throw invalid;
+    // The letters and counts that a settings text may use, and what they mean to the port.
+    static const QHash<QString, QSerialPort::Parity> parities{{"N", QSerialPort::NoParity},
+                                                             {"E", QSerialPort::EvenParity},
+                                                             {"O", QSerialPort::OddParity},
+                                                             {"M", QSerialPort::MarkParity},
+                                                             {"S", QSerialPort::SpaceParity}};
+    static const QHash<QString, QSerialPort::StopBits> stops{
+        {"1", QSerialPort::OneStop}, {"1.5", QSerialPort::OneAndHalfStop}, {"2", QSerialPort::TwoStop}};
     const QString parity = parts[1].trimmed().toUpper();
-    if (parity == u"N")
-        settings.parity = QSerialPort::NoParity;
-    else if (parity == u"E")
-        settings.parity = QSerialPort::EvenParity;
-    else if (parity == u"O")
-        settings.parity = QSerialPort::OddParity;
-    else if (parity == u"M")
-        settings.parity = QSerialPort::MarkParity;
-    else if (parity == u"S")
-        settings.parity = QSerialPort::SpaceParity;
-    else
-        throw invalid;
-    const int dataBits = parts[2].trimmed().toInt(&ok);
-    if (!ok || dataBits < 5 || dataBits > 8)
-        throw invalid;
-    settings.dataBits = QSerialPort::DataBits(dataBits);
     const QString stop = parts[3].trimmed();
-    if (stop == u"1")
-        settings.stopBits = QSerialPort::OneStop;
-    else if (stop == u"1.5")
-        settings.stopBits = QSerialPort::OneAndHalfStop;
-    else if (stop == u"2")
-        settings.stopBits = QSerialPort::TwoStop;
-    else
+    const int dataBits = parts[2].trimmed().toInt(&ok);
+    if (!parities.contains(parity) || !stops.contains(stop) || !ok || dataBits < 5 || dataBits > 8)
         throw invalid;
+    settings.parity = parities[parity];
+    settings.stopBits = stops[stop];
+    settings.dataBits = QSerialPort::DataBits(dataBits);
     return settings;
 }
 
