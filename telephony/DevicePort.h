@@ -16,7 +16,6 @@ public:
     explicit DevicePort(std::function<CommDevices()> devices = currentCommDevices);
 
     void setCommPort(int number) override;
-    int commPort() const override { return m_commPort; }
     void setSettings(const QString& settings) override { m_settings = settings; }
     void open() override;
     void close() override;

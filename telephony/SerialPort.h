@@ -14,7 +14,6 @@ public:
     virtual ~SerialPort() = default;
 
     virtual void setCommPort(int number) = 0; // 1 to 4
-    virtual int commPort() const = 0;
     // "baud,parity,data bits,stop bits", e.g. "9600,N,8,1"; applied at the next open.
     virtual void setSettings(const QString& settings) = 0;
     // Throws when the port has no device, is in use, or refuses the settings.
