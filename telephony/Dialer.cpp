@@ -154,7 +154,8 @@ void Dialer::DialModem(const QString& digits)
             break;
         }
     }
-    if (!cancelled) {
+    // A window closed meanwhile asks nobody to pick up, even if the modem has answered.
+    if (!cancelled && !m_abandon) {
         // The box holds the line with the modem until the user has the handset.
         m_phase = DialerPhase::Prompt;
         m_prompts.beep();

@@ -61,6 +61,8 @@ DialerWindow::DialerWindow(WeddingState& state, Prompts& prompts, telephony::Ser
     connect(cmdQuit, &QPushButton::clicked, this, [this] { close(); });
     connect(m_dialer, &telephony::Dialer::lookChanged, this, &DialerWindow::showLook);
     showLook();
+    if (mainWindow)
+        mainWindow->installEventFilter(this);
 }
 
 DialerWindow::~DialerWindow() = default;
@@ -116,11 +118,25 @@ void DialerWindow::showLook()
 
 void DialerWindow::closeEvent(QCloseEvent* event)
 {
+    // At the program's end the main window closes this window and then the application
+    // closes it again: the call's question is asked once, and the end hangs the call up.
+    if (m_askedAtEnd) {
+        event->ignore();
+        return;
+    }
+    m_askedAtEnd = m_programEnding;
     // Not QDialog's: it would reject() instead of asking.
     if (m_dialer->Close())
         event->accept();
     else
         event->ignore();
+}
+
+bool DialerWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == parentWidget() && event->type() == QEvent::Close)
+        m_programEnding = true;
+    return QDialog::eventFilter(watched, event);
 }
 
 void DialerWindow::changeEvent(QEvent* event)

@@ -50,6 +50,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void reject() override;
 
@@ -59,6 +60,9 @@ private:
     std::unique_ptr<telephony::SerialPort> m_ownPort;
     std::unique_ptr<telephony::DialerClock> m_ownClock;
     telephony::Dialer* m_dialer;
+    // The main window is closing, which ends the program; the question about the call was asked.
+    bool m_programEnding = false;
+    bool m_askedAtEnd = false;
 };
 
 // The main window's DialNum: dials the phones of the current row in the dialer window, or

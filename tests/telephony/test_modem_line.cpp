@@ -156,16 +156,10 @@ private slots:
         QVERIFY(prompts.verifyDone());
     }
 
-    void theClocksWaitsRunTheProgramsEvents()
+    void aWaitEndsWhenWokenOrWhenTheProgramEnds()
     {
         telephony::EventLoopClock clock;
-        bool ran = false;
-        QTimer::singleShot(10, [&] { ran = true; });
         const qint64 start = clock.now();
-        QVERIFY(clock.wait(60));
-        QVERIFY(ran);
-        QVERIFY(clock.now() - start >= 60);
-
         QTimer::singleShot(10, [&] { clock.wake(); });
         QVERIFY(clock.wait(5000));
         QVERIFY(clock.now() - start < 2000);
