@@ -241,7 +241,6 @@ private slots:
         inUse[0].opens = inUse[2].opens = false;
         Ports two = modemOn(1);
         two[2].modem = true;
-        QTest::newRow("no modem on any port") << Ports() << QStringList{"o1", "o2", "o3", "o4"} << 0;
         QTest::newRow("no port opens") << closed << QStringList{"r1", "r2", "r3", "r4"} << 0;
         QTest::newRow("a modem on port 3 only") << modemOn(3) << QStringList{"o1", "o2", "o3"} << 3;
         QTest::newRow("ports in use are passed over") << inUse << QStringList{"r1", "o2", "r3", "o4"} << 4;
