@@ -42,6 +42,8 @@ inline const Key MainTop{QStringLiteral("Settings"), QStringLiteral("MainTop"), 
 inline const Key MainWidth{QStringLiteral("Settings"), QStringLiteral("MainWidth"), {}};
 inline const Key MainHeight{QStringLiteral("Settings"), QStringLiteral("MainHeight"), {}};
 inline const Key ColWidth{QStringLiteral("TableSettings"), QStringLiteral("ColWidth-"), NoValue};
+// A serial device the user names for a COM number of the dialer: "COM3=/dev/ttyUSB7".
+inline const Key DialerDevice{QStringLiteral("Dialer"), QStringLiteral("COM"), {}};
 
 // Settings of earlier versions, in UserStore, moved into velmora.ini once.
 inline const Key OldCouple{QStringLiteral("Options"), QStringLiteral("Couple"), {}};

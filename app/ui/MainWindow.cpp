@@ -14,6 +14,7 @@
 #include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
 #include "store/Schema.h"
+#include "telephony/ui/DialerWindow.h"
 
 #include <QAction>
 #include <QApplication>
@@ -166,6 +167,7 @@ void MainWindow::wireCommands()
     on("mnuRemove", [this] { RemoveRecord(); });
     on("popDelete", [this] { RemoveRecord(); });
     on("popOptions", [this] { openOptions(); });
+    on("mnuDial", [this] { DialNum(); });
     on("popShowTablesMap", [this] {
         QAction* tick = action(QStringLiteral("popShowTablesMap"));
         tick->setChecked(!tick->isChecked());
@@ -201,6 +203,9 @@ void MainWindow::onToolbar(QAction* button)
         break;
     case 3:
         RemoveRecord();
+        break;
+    case 5:
+        DialNum();
         break;
     case 10:
         ShowHideTablesMap();
@@ -785,6 +790,13 @@ void MainWindow::closeEvent(QCloseEvent* event)
         m_tableMap->close();
     event->accept();
     QApplication::quit();
+}
+
+void MainWindow::DialNum()
+{
+    const int row = m_grid->currentIndex().row();
+    if (row >= 0)
+        velmora::ui::DialNum(m_state, m_prompts, *this, m_model.cellText(row + 1, 2));
 }
 
 } // namespace velmora::ui

@@ -62,6 +62,8 @@ public:
     void AddNewInv();
     void UpdateInv();
     void RemoveRecord();
+    // The phones of the current row to the dialer window.
+    void DialNum();
     QMenu* popupMenu() const { return m_popup; }
     InvitationDialog* invitationDialog() const { return m_invDialog; }
 

@@ -2,6 +2,7 @@
 
 #include "app/ui/HebrewText.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QColorDialog>
 #include <QDir>
@@ -85,7 +86,9 @@ PromptResult<QString> runFileDialog(QWidget* parent, const FileRequest& request,
 
 PromptAnswer QtPrompts::show(const MessageRequest& request)
 {
-    QMessageBox box(m_parent);
+    // An English box belongs to the English window the user is in (the dialer), not the list.
+    QWidget* parent = request.leftToRight && QApplication::activeWindow() ? QApplication::activeWindow() : m_parent.data();
+    QMessageBox box(parent);
     box.setLayoutDirection(request.leftToRight ? Qt::LeftToRight : Qt::RightToLeft);
     box.setWindowTitle(caption(request.title));
     // Plain text, one paragraph per line, each in its own direction: a screen reader
@@ -122,6 +125,15 @@ PromptAnswer QtPrompts::show(const MessageRequest& request)
     case PromptButtons::YesNoCancel:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         break;
+    }
+    if (request.leftToRight) {
+        // "click OK" must name the button: English boxes keep English buttons.
+        const std::pair<QMessageBox::StandardButton, const char*> english[] = {
+            {QMessageBox::Ok, "OK"}, {QMessageBox::Cancel, "Cancel"}, {QMessageBox::Yes, "Yes"}, {QMessageBox::No, "No"}};
+        for (const auto& [button, text] : english) {
+            if (QAbstractButton* shown = box.button(button))
+                shown->setText(QString::fromLatin1(text));
+        }
     }
     box.setDefaultButton(standard(request.defaultButton));
     switch (box.exec()) {

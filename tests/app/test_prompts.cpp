@@ -8,10 +8,12 @@
 #include "app/ui/QtPrompts.h"
 
 #include <QInputDialog>
+#include <QLibraryInfo>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTranslator>
 
 using namespace velmora;
 
@@ -118,17 +120,29 @@ private slots:
         ui::QtPrompts prompts;
         QString title;
         Qt::LayoutDirection direction = Qt::RightToLeft;
+        // Their buttons stay English where standard buttons read Hebrew.
+        QTranslator hebrew;
+        QVERIFY(hebrew.load(QStringLiteral("qtbase_he"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)));
+        QApplication::installTranslator(&hebrew);
+        QStringList buttons;
         test::NextModal english([&](QWidget* modal) {
-            title = modal->windowTitle();
-            direction = modal->layoutDirection();
-            qobject_cast<QMessageBox*>(modal)->button(QMessageBox::Ok)->click();
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            title = box->windowTitle();
+            direction = box->layoutDirection();
+            for (QAbstractButton* button : box->buttons())
+                buttons << button->text();
+            box->button(QMessageBox::Ok)->click();
         });
         MessageRequest request;
         request.text = QStringLiteral("Pick up the handset");
+        request.buttons = PromptButtons::OkCancel;
         request.leftToRight = true;
         QCOMPARE(prompts.show(request), PromptAnswer::Ok);
+        QApplication::removeTranslator(&hebrew);
         QCOMPARE(title, ui::hebrewParagraph(QStringLiteral("Velmora"))); // the program's caption by default
         QCOMPARE(direction, Qt::LeftToRight);
+        buttons.sort();
+        QCOMPARE(buttons, (QStringList{"Cancel", "OK"}));
 
         QString proposed;
         test::NextModal cancel([&](QWidget* modal) {

@@ -175,6 +175,7 @@ PromptAnswer ScriptedPrompts::show(const MessageRequest& request)
     shown.icon = request.icon;
     shown.buttons = request.buttons;
     shown.defaultButton = request.defaultButton;
+    shown.leftToRight = request.leftToRight;
     const auto step = take(shown);
     if (!step)
         return request.buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Cancel;

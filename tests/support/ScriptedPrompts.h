@@ -17,6 +17,7 @@ struct RecordedPrompt {
     QString text;
     PromptButtons buttons = PromptButtons::Ok;
     PromptAnswer defaultButton = PromptAnswer::Ok;
+    bool leftToRight = false;
 };
 
 // The prompt double: each expected prompt is checked against what the code shows and

@@ -1,0 +1,484 @@
+#include "RunningProgram.h"
+#include "TestMain.h"
+#include "TestWedding.h"
+
+#include "app/Twips.h"
+#include "app/ui/MainWindow.h"
+#include "seating/ui/TableMapWindow.h"
+#include "telephony/Dialer.h"
+#include "telephony/DialerClock.h"
+#include "telephony/SerialPort.h"
+#include "telephony/ui/DialerWindow.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTableView>
+
+#include <array>
+#include <functional>
+#include <map>
+
+using namespace velmora;
+using telephony::DialerPhase;
+
+namespace {
+
+const QString Idle = QStringLiteral("To dial a number, click the Dial button");
+const QString PickUp = QStringLiteral("Please pick up the phone and either press Enter or click OK");
+const QString NoModem = QStringLiteral("No modem detected");
+
+// What one COM port does.
+struct PortScript {
+    bool opens = true;      // false: no device, or in use
+    bool modem = false;     // answers the probe at once and the dial after dialAnswerMs
+    int dialAnswerMs = 300; // -1: never
+    bool reopens = true;    // false: lost between the search and the dial
+    bool hangUpFails = false;
+};
+using Ports = std::array<PortScript, 4>;
+
+Ports modemOn(int port, int dialAnswerMs = 300)
+{
+    Ports ports;
+    ports[size_t(port - 1)].modem = true;
+    ports[size_t(port - 1)].dialAnswerMs = dialAnswerMs;
+    return ports;
+}
+
+// A Hayes modem as scripted: it echoes each command and answers "OK" as the clock goes on.
+class ScriptedPort : public telephony::SerialPort {
+public:
+    Ports ports;
+    QStringList log; // "open 1", "1 ATV1Q0\r" (a write), "close 1", "refused 2"
+    std::multimap<qint64, QByteArray> coming;
+    QByteArray arrived;
+
+    void setCommPort(int number) override { m_port = number; }
+    void setSettings(const QString& settings) override { QCOMPARE(settings, QStringLiteral("9600,N,8,1")); }
+    void open() override
+    {
+        PortScript& script = ports[size_t(m_port - 1)];
+        log << (script.opens ? QStringLiteral("open %1") : QStringLiteral("refused %1")).arg(m_port);
+        if (!script.opens)
+            throw Failure(8002, QStringLiteral("Invalid port number"));
+        script.opens = script.reopens;
+        m_open = true;
+        arrived.clear();
+        coming.clear();
+    }
+    void close() override
+    {
+        m_open = false;
+        log << QStringLiteral("close %1").arg(m_port);
+    }
+    bool isOpen() const override { return m_open; }
+    int inBufferCount() override { return int(arrived.size()); }
+    void clearInBuffer() override { arrived.clear(); }
+    void output(const QByteArray& text) override
+    {
+        log << QStringLiteral("%1 %2").arg(m_port).arg(QString::fromLatin1(text));
+        const PortScript& script = ports[size_t(m_port - 1)];
+        if (text == telephony::HangUpCommand && script.hangUpFails)
+            throw Failure(8021, QStringLiteral("The modem is gone"));
+        if (!script.modem)
+            return;
+        coming.emplace(m_now + 5, text);
+        if (text == telephony::ProbeCommand)
+            coming.emplace(m_now + 20, QByteArrayLiteral("\r\nOK\r\n"));
+        else if (text.startsWith("ATDT") && script.dialAnswerMs >= 0)
+            coming.emplace(m_now + script.dialAnswerMs, QByteArrayLiteral("\r\nOK\r\n"));
+    }
+    QByteArray input() override { return std::exchange(arrived, {}); }
+
+    void advance(qint64 now)
+    {
+        m_now = now;
+        for (; m_open && !coming.empty() && coming.begin()->first <= now; coming.erase(coming.begin()))
+            arrived += coming.begin()->second;
+    }
+    // The writes after the search.
+    QStringList calls() const
+    {
+        QStringList writes = log.filter(QRegularExpression(QStringLiteral("^\\d ")));
+        writes.removeIf([](const QString& write) { return write.endsWith(u"ATV1Q0\r"); });
+        return writes;
+    }
+
+private:
+    int m_port = 1;
+    bool m_open = false;
+    qint64 m_now = 0;
+};
+
+// Time passes only in the dialer's waits; what the user does happens at set moments.
+class ScriptedClock : public telephony::DialerClock {
+public:
+    explicit ScriptedClock(ScriptedPort& port) : m_port(port) {}
+
+    std::multimap<qint64, std::function<void()>> actions;
+    bool ending = false;
+
+    qint64 now() override { return m_now; }
+    bool wait(int milliseconds) override
+    {
+        if (++m_waits > 10000) {
+            QTest::qFail("the dialer never stopped waiting", __FILE__, __LINE__);
+            return false;
+        }
+        m_woken = false;
+        const qint64 until = m_now + milliseconds;
+        while (!m_woken && !actions.empty() && actions.begin()->first <= until) {
+            m_port.advance(m_now = std::max(m_now, actions.begin()->first));
+            const auto action = actions.begin()->second;
+            actions.erase(actions.begin());
+            action();
+        }
+        if (!m_woken)
+            m_port.advance(m_now = until);
+        return !ending;
+    }
+    void wake() override { m_woken = true; }
+
+private:
+    ScriptedPort& m_port;
+    qint64 m_now = 0;
+    int m_waits = 0;
+    bool m_woken = false;
+};
+
+// Scripted prompts that also look at the dialer when each box comes up.
+class WatchedPrompts : public test::ScriptedPrompts {
+public:
+    std::function<void()> onShow;
+    PromptAnswer show(const MessageRequest& request) override
+    {
+        if (!request.leftToRight) // the dialer speaks English
+            QTest::qFail(qPrintable(QStringLiteral("laid out right to left: ") + request.text), __FILE__, __LINE__);
+        if (onShow)
+            onShow();
+        return ScriptedPrompts::show(request);
+    }
+};
+
+} // namespace
+
+class DialerTest : public QObject {
+    Q_OBJECT
+
+private:
+    WeddingState m_state;
+    WatchedPrompts m_prompts;
+    std::unique_ptr<ScriptedPort> m_port;
+    std::unique_ptr<ScriptedClock> m_clock;
+    std::unique_ptr<ui::DialerWindow> m_window;
+
+    telephony::Dialer& dialer() { return m_window->dialer(); }
+    void dial(const QString& number)
+    {
+        m_window->txtNumber->setText(number);
+        QTest::mouseClick(m_window->cmdDial, Qt::LeftButton);
+    }
+    void at(qint64 time, std::function<void()> action) { m_clock->actions.emplace(time, std::move(action)); }
+
+    // A row of the states table: what the window shows.
+    void expectLook(DialerPhase phase, bool free, const QString& status, bool idleControls)
+    {
+        QCOMPARE(dialer().phase(), phase);
+        QCOMPARE(m_state.DialerFree, free);
+        QCOMPARE(m_window->txtStatus->text(), status);
+        for (QWidget* control : {static_cast<QWidget*>(m_window->txtNumber), static_cast<QWidget*>(m_window->cmdDial),
+                                 static_cast<QWidget*>(m_window->cmdQuit)})
+            QCOMPARE(control->isEnabled(), idleControls);
+        QCOMPARE(m_window->cmdCancel->isEnabled(), !idleControls);
+    }
+    void expectPickUp() { m_prompts.expectBeep().expectMessage(PromptIcon::None, PickUp); }
+
+private slots:
+    void init()
+    {
+        m_state = WeddingState();
+        m_state.DialerFree = true;
+        m_port = std::make_unique<ScriptedPort>();
+        m_clock = std::make_unique<ScriptedClock>(*m_port);
+        m_window = std::make_unique<ui::DialerWindow>(m_state, m_prompts, *m_port, *m_clock);
+        m_window->show();
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_prompts.onShow = nullptr;
+        m_prompts.verifyDone();
+    }
+
+    void theNumberTextGivesItsDigits_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("digits");
+        QTest::newRow("digits of other scripts") << "٠٥٠١٢٣" << "";
+        QTest::newRow("255 characters, the rest ignored") << QString(255, u'7') + u'8' << QString(255, u'7');
+        QTest::newRow("blanks around count not") << QString(10, u' ') + QString(250, u'1') << QString(250, u'1');
+    }
+    void theNumberTextGivesItsDigits()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, digits);
+        QCOMPARE(telephony::Dialer::DialDigits(text), digits);
+    }
+
+    void theModemIsTheFirstPortThatAnswersTheProbe_data()
+    {
+        QTest::addColumn<Ports>("ports");
+        QTest::addColumn<QStringList>("log"); // o: opened, probed a second, closed; r: refused
+        QTest::addColumn<int>("found");
+        Ports closed;
+        for (PortScript& port : closed)
+            port.opens = false;
+        Ports inUse = modemOn(4);
+        inUse[0].opens = inUse[2].opens = false;
+        Ports two = modemOn(1);
+        two[2].modem = true;
+        QTest::newRow("no port opens") << closed << QStringList{"r1", "r2", "r3", "r4"} << 0;
+        QTest::newRow("a modem on port 3 only") << modemOn(3) << QStringList{"o1", "o2", "o3"} << 3;
+        QTest::newRow("ports in use are passed over") << inUse << QStringList{"r1", "o2", "r3", "o4"} << 4;
+        QTest::newRow("the first of two") << two << QStringList{"o1"} << 1;
+    }
+    void theModemIsTheFirstPortThatAnswersTheProbe()
+    {
+        QFETCH(Ports, ports);
+        QFETCH(QStringList, log);
+        QFETCH(int, found);
+        m_port->ports = ports;
+        QCOMPARE(int(dialer().FindModem()), found);
+        QStringList expected;
+        for (const QString& step : log) {
+            const QChar port = step[1];
+            expected << (step[0] == u'r' ? QStringList{QStringLiteral("refused ") + port}
+                                         : QStringList{QStringLiteral("open ") + port, port + QStringLiteral(" ATV1Q0\r"),
+                                                       QStringLiteral("close ") + port});
+        }
+        QCOMPARE(m_port->log, expected);
+        QCOMPARE(m_clock->now(), qint64(1000 * log.filter(QStringLiteral("o")).size())); // a second by the clock each
+    }
+
+    void aCallDialsPicksUpAndHangsUp()
+    {
+        m_port->ports = modemOn(3);
+        at(500, [&] { expectLook(DialerPhase::Searching, false, QStringLiteral("Searching for modem..."), false); });
+        at(3100, [&] {
+            expectLook(DialerPhase::Dialling, false, QStringLiteral("Dialing... ATDT035551234;\r [COM3]"), false);
+        });
+        expectPickUp();
+        m_prompts.onShow = [&] {
+            QCOMPARE(dialer().phase(), DialerPhase::Prompt);
+            QVERIFY(m_window->cmdCancel->isEnabled());
+            QVERIFY(m_port->isOpen()); // the modem holds the line until the user has the handset
+        };
+        dial(QStringLiteral("+03-555 1234"));
+        QVERIFY(m_clock->actions.empty());
+        QCOMPARE(m_port->log.mid(9), (QStringList{"open 3", "3 ATDT035551234;\r", "3 ATH\r", "close 3"}));
+        expectLook(DialerPhase::Idle, true, Idle, true);
+    }
+
+    // How a call ends, by what the modem and the user do at moments of the clock: "500 cancel",
+    // "700 dial <number>", "1100 close Ok|Cancel", "1200 end" (the program ends).
+    void aCallEndsAsTheModemAndTheUserDecide_data()
+    {
+        QTest::addColumn<Ports>("ports");
+        QTest::addColumn<QStringList>("actions");
+        QTest::addColumn<QStringList>("prompts"); // "beep", "quit Ok|Cancel", "!" before a warning's text
+        QTest::addColumn<QStringList>("calls");
+        const QStringList dialled{"1 ATDT0501234567;\r", "1 ATH\r"};
+        const QStringList pickUp{"beep", PickUp};
+        Ports lost = modemOn(1);
+        lost[0].reopens = false;
+        Ports failing = modemOn(1);
+        failing[0].hangUpFails = true;
+
+        QTest::newRow("no modem") << Ports() << QStringList() << QStringList{NoModem} << QStringList();
+        QTest::newRow("the modem's port lost before the dial")
+            << lost << QStringList()
+            << QStringList{QStringLiteral("COM1 is not available.\rChange the CommPort property to another port.")}
+            << QStringList();
+        QTest::newRow("a failed step is reported after the call")
+            << failing << QStringList() << pickUp + QStringList{"!8021 The modem is gone"} << dialled;
+        QTest::newRow("cancel while dialling") << modemOn(1, -1) << QStringList{"1500 cancel"} << QStringList()
+                                               << dialled;
+        QTest::newRow("cancel while searching, then a modem: dialled and hung up at once")
+            << modemOn(3) << QStringList{"500 cancel"} << QStringList()
+            << QStringList{"3 ATDT0501234567;\r", "3 ATH\r"};
+        QTest::newRow("cancel while searching, no modem") << Ports() << QStringList{"500 cancel"}
+                                                          << QStringList{NoModem} << QStringList();
+        QTest::newRow("dial again after a cancelled search: the search ends, the new call runs")
+            << modemOn(2) << QStringList{"500 cancel", "700 dial 03-1111111"} << pickUp
+            << QStringList{"2 ATDT031111111;\r", "2 ATH\r"};
+        QTest::newRow("quit as the modem answers, OK: nobody is asked to pick up")
+            << modemOn(1, 100) << QStringList{"1100 close Ok"} << QStringList{"quit Ok"} << dialled;
+        QTest::newRow("quit while searching, OK: no more ports, no message")
+            << Ports() << QStringList{"1400 close Ok"} << QStringList{"quit Ok"} << QStringList();
+        QTest::newRow("quit while dialling, Cancel") << modemOn(1) << QStringList{"1100 close Cancel"}
+                                                     << QStringList{"quit Cancel"} + pickUp << dialled;
+        QTest::newRow("the program ends while dialling") << modemOn(1, -1) << QStringList{"1200 end"}
+                                                         << QStringList() << dialled;
+    }
+    void aCallEndsAsTheModemAndTheUserDecide()
+    {
+        QFETCH(Ports, ports);
+        QFETCH(QStringList, actions);
+        QFETCH(QStringList, prompts);
+        QFETCH(QStringList, calls);
+        m_port->ports = ports;
+        for (const QString& action : actions) {
+            const QStringList words = action.split(u' ');
+            at(words[0].toLongLong(), [this, words] {
+                if (words[1] == u"cancel")
+                    QTest::mouseClick(m_window->cmdCancel, Qt::LeftButton);
+                else if (words[1] == u"dial")
+                    dial(words[2]);
+                else if (words[1] == u"close")
+                    m_window->close();
+                else
+                    m_clock->ending = true;
+            });
+        }
+        bool stays = true;
+        for (const QString& prompt : prompts) {
+            if (prompt == u"beep") {
+                m_prompts.expectBeep();
+            } else if (prompt.startsWith(u"quit ")) {
+                stays = prompt.endsWith(u"Cancel");
+                m_prompts.expectBox(PromptIcon::Critical, QStringLiteral("Quiting dialer will terminat the call!"),
+                                    QStringLiteral("Warning..."), PromptButtons::OkCancel, PromptAnswer::Ok,
+                                    stays ? PromptAnswer::Cancel : PromptAnswer::Ok);
+            } else if (prompt.startsWith(u'!')) {
+                m_prompts.expectMessage(PromptIcon::Warning, prompt.mid(1));
+            } else {
+                m_prompts.expectMessage(PromptIcon::None, prompt);
+            }
+        }
+        dial(QStringLiteral("050-1234567"));
+        QCOMPARE(m_port->calls(), calls);
+        QVERIFY(!m_port->isOpen());
+        QCOMPARE(m_window->isVisible(), stays);
+        expectLook(DialerPhase::Idle, true, Idle, true);
+    }
+
+    void aNumberWithoutDigitsCanBeCorrected()
+    {
+        m_prompts.expectBeep().expectMessage(PromptIcon::None, QStringLiteral("The phone number is not valid."));
+        dial(QStringLiteral("אין טלפון"));
+        expectLook(DialerPhase::Invalid, true, QString(), true);
+        QVERIFY(m_port->log.isEmpty());
+
+        m_port->ports = modemOn(1);
+        expectPickUp();
+        dial(QStringLiteral("050-1234567"));
+        QCOMPARE(m_port->calls(), (QStringList{"1 ATDT0501234567;\r", "1 ATH\r"}));
+    }
+
+    void keysFollowTheButtons()
+    {
+        m_port->ports = modemOn(1);
+        at(1100, [&] {
+            QTest::keyClick(m_window.get(), Qt::Key_Escape); // Quit is off during a call
+            QVERIFY(m_window->isVisible());
+        });
+        expectPickUp();
+        m_window->txtNumber->setText(QStringLiteral("050-1234567"));
+        QTest::keyClick(m_window->txtNumber, Qt::Key_Return);
+        QCOMPARE(m_port->calls().size(), 2);
+        // Back in the number box: Enter dials the same number again.
+        QCOMPARE(m_window->focusWidget(), m_window->txtNumber);
+        expectPickUp();
+        QTest::keyClick(m_window->focusWidget(), Qt::Key_Return);
+        QCOMPARE(m_port->calls().size(), 4);
+        QTest::keyClick(m_window.get(), Qt::Key_Escape);
+        QVERIFY(!m_window->isVisible());
+    }
+};
+
+// The dialer as the main window opens it.
+class DialNumTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void theListsNumberIsDialledAtOnceAndASecondCallWaits()
+    {
+        test::TestWedding wedding;
+        wedding.createWedding(100);
+        wedding.addInvitation(test::invitation("כהן", "דנה", 2, 1, {}, QStringLiteral("03-6412345, 050-7654321")));
+        wedding.addInvitation(test::invitation("לוי", "רון", 1, 0, {}, QString()));
+        test::RunningProgram program;
+        QVERIFY(program.start(wedding.folder()));
+        ui::MainWindow& main = program.main();
+        ScriptedPort port;
+        ScriptedClock clock(port);
+        port.ports = modemOn(2);
+        ui::DialerWindow& window = ui::DialerWindow::shared(program.state, program.prompts, main, &port, &clock);
+        auto selectRow = [&](const QString& family) {
+            for (int row = 0; row < main.listModel().rowCount(); ++row) {
+                if (main.listModel().cellText(row + 1, 0) == family)
+                    main.grid()->setCurrentIndex(main.listModel().index(row, 2));
+            }
+        };
+
+        // Empty phones: not a word, no window.
+        selectRow(QStringLiteral("לוי"));
+        QVERIFY(!main.toolButton(5)->isEnabled());
+        main.action(QStringLiteral("mnuDial"))->trigger();
+        QVERIFY(!window.isVisible());
+
+        // Asked for again while the search runs: the call goes on.
+        selectRow(QStringLiteral("כהן"));
+        clock.actions.emplace(1500, [&] { main.toolButton(5)->trigger(); });
+        program.prompts.expectMessage(PromptIcon::None,
+                                      QStringLiteral("Port is all-ready in use [03-6412345, 050-7654321]"),
+                                      QStringLiteral("Warning..."));
+        program.prompts.expectBeep().expectMessage(PromptIcon::None, PickUp);
+        main.action(QStringLiteral("mnuDial"))->trigger();
+        QVERIFY(window.isVisible());
+        QCOMPARE(window.windowTitle(), QStringLiteral(" Phone Dialer..."));
+        QCOMPARE(window.layoutDirection(), Qt::LeftToRight);
+        QCOMPARE(window.size(), QSize(twipsToPixels(3720), twipsToPixels(1425)));
+        const QRect frame = main.frameGeometry();
+        QCOMPARE(window.frameGeometry().topLeft(),
+                 QPoint(frame.left() + frame.width() / 2, frame.top() + frame.height() / 2));
+        QCOMPARE(window.txtNumber->text(), QStringLiteral("03-6412345, 050-7654321"));
+        QTRY_COMPARE(port.calls(), (QStringList{"2 ATDT0364123450507654321;\r", "2 ATH\r"}));
+        QVERIFY(program.prompts.history()[0].leftToRight);
+        QVERIFY(!program.state.DialPending);
+        QVERIFY(program.state.DialerFree);
+        QCOMPARE(program.state.DialNumber, QStringLiteral("03-6412345, 050-7654321"));
+        program.prompts.verifyDone();
+
+        // The program ends during a call: one question, whatever its answer, and the modem hangs up.
+        clock.actions.emplace(clock.now() + 2100, [&] {
+            clock.ending = true;
+            program.map().SaveTablePositions();
+            main.close();
+            QApplication::closeAllWindows(); // as the application does when it quits
+        });
+        program.prompts.expectBox(PromptIcon::Critical, QStringLiteral("Quiting dialer will terminat the call!"),
+                                  QStringLiteral("Warning..."), PromptButtons::OkCancel, PromptAnswer::Ok,
+                                  PromptAnswer::Cancel);
+        window.cmdDial->click();
+        QCOMPARE(port.calls().mid(2), (QStringList{"2 ATDT0364123450507654321;\r", "2 ATH\r"}));
+        program.prompts.verifyDone();
+    }
+};
+
+int main(int argc, char** argv)
+{
+    QTemporaryDir home;
+    test::isolateEnvironment(home);
+    QApplication app(argc, argv);
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+    DialerTest dialer;
+    DialNumTest dialNum;
+    return QTest::qExec(&dialer, argc, argv) | QTest::qExec(&dialNum, argc, argv);
+}
+
+#include "test_dialer.moc"
