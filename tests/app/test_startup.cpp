@@ -1,16 +1,14 @@
+#include "Modal.h"
 #include "RunningProgram.h"
 #include "ScriptedPrompts.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
-#include "app/IniFile.h"
 #include "app/Settings.h"
 #include "app/Twips.h"
-#include "app/Wedding.h"
 #include "app/WindowPlacement.h"
 #include "app/ui/MainWindow.h"
 #include "app/ui/SplashWindow.h"
-#include "app/ui/Startup.h"
 #include "seating/ui/TableMapWindow.h"
 
 #include <QLabel>
@@ -55,6 +53,7 @@ class StartupTest : public QObject {
 private slots:
     void init() { test::clearUserStore(); }
 
+    // The first start makes the wedding, shows the window, and then opens the options once.
     void aFirstStartInAnEmptyFolder()
     {
         QTemporaryDir dir;
@@ -62,21 +61,23 @@ private slots:
         program.prompts.expectMessage(PromptIcon::None, Created);
         QVERIFY(program.start(dir.path()));
         QVERIFY(program.prompts.verifyDone());
-        const ui::Windows& windows = *program.windows;
-
-        QCOMPARE(program.state.AppPath, dir.path() + u'/');
-        QVERIFY(!windows.splash->isVisible());
-        QCOMPARE(windows.splash->lblWeddingCount->text(), QStringLiteral("עוד 0 ימים לחתונה..."));
-        QCOMPARE(windows.splash->lblVersion->text(), QStringLiteral("Version 1.0.0"));
-        QVERIFY(windows.main->isVisible() && !windows.tableMap->isVisible());
-        QVERIFY(program.state.OptionsPending);
-        QCOMPARE(ReadIniValue(dir.filePath(QStringLiteral("velmora.ini")), "Options", "Couple", ""),
-                 QStringLiteral("שמות בני הזוג"));
-
-        ui::MainWindow& main = *windows.main;
+        ui::MainWindow& main = program.main();
+        QVERIFY(!program.windows->splash->isVisible() && main.isVisible() && !program.map().isVisible());
         QCOMPARE(main.lblWeddingCount()->text(), QStringLiteral("עוד 0 ימים לחתונה..."));
         // Nothing stored: the window system chooses the place, none is forced on it.
         QVERIFY(!main.testAttribute(Qt::WA_Moved));
+        int opened = 0;
+        test::NextModal options([&](QWidget* modal) {
+            ++opened;
+            QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+            QCOMPARE(modal->windowTitle(), QStringLiteral("הגדרות"));
+            QVERIFY(main.isVisible()); // the window was up first
+        });
+        QTRY_VERIFY(options.seen());
+        QTest::qWait(700); // a few more ticks
+        QCOMPARE(opened, 1);
+        QVERIFY(!program.state.OptionsPending);
+
         const QPoint shownAt = main.frameGeometry().topLeft();
         program.prompts.expectMapSaveQuestion(PromptAnswer::Ok); // a first run has no places stored yet
         main.close();
@@ -107,11 +108,11 @@ private slots:
         ui::MainWindow& main = program.main();
 
         QCOMPARE(main.grid()->model()->rowCount(), 40000);
-        QCOMPARE(main.panel(2)->text(), QStringLiteral("מתנות ₪4000000000"));
-        QCOMPARE(main.panel(3)->text(), QStringLiteral("אישרו שלא מגיעים  50000"));
-        QCOMPARE(main.panel(4)->text(), QStringLiteral("ממתינים לאישור  100000"));
-        QCOMPARE(main.panel(5)->text(), QStringLiteral("אישרו שמגיעים  50000"));
-        QCOMPARE(main.panel(6)->text(), QStringLiteral("מס' ההזמנות  40000"));
+        QStringList panels;
+        for (int number = 2; number <= 6; ++number)
+            panels << main.panel(number)->text();
+        QCOMPARE(panels, QStringList({"מתנות ₪4000000000", "אישרו שלא מגיעים  50000", "ממתינים לאישור  100000",
+                                      "אישרו שמגיעים  50000", "מס' ההזמנות  40000"}));
         QCOMPARE(program.state.TableInfo[1].PeopleCount, 1500);
 
         // The last row is the one acted on, and the grid comes back to it after a reload.
@@ -127,19 +128,34 @@ private slots:
         QCOMPARE(main.grid()->currentIndex().row(), 39999);
     }
 
-    void aDamagedDatabaseEndsTheStart()
+    void aDatabaseThatIsNoWeddingEndsTheStart_data()
     {
+        QTest::addColumn<bool>("otherTable");
+        QTest::newRow("an empty file") << false;
+        QTest::newRow("a database of other tables") << true;
+    }
+
+    void aDatabaseThatIsNoWeddingEndsTheStart()
+    {
+        QFETCH(bool, otherTable);
         QTemporaryDir dir;
-        QFile file(dir.filePath(QStringLiteral("Velmora.mdb")));
-        QVERIFY(file.open(QIODevice::WriteOnly)); // empty: exists, but no database
-        file.close();
+        const QString file = dir.filePath(QStringLiteral("Velmora.mdb"));
+        if (otherTable) {
+            store::Database db = store::Database::create(file);
+            store::TableDef other = db.createTableDef(QStringLiteral("OTHER"));
+            other.appendField(other.createField(QStringLiteral("A"), store::FieldType::Byte));
+            db.appendTableDef(other);
+        } else {
+            QFile empty(file);
+            QVERIFY(empty.open(QIODevice::WriteOnly));
+        }
         WeddingState state;
         test::ScriptedPrompts prompts;
         prompts.expectMessage(PromptIcon::Critical,
                               QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה\r\nwww.velmora.co.il\r\nsupport@velmora.co.il"),
                               QStringLiteral("שדרוג גירסת תוכנה"));
         QVERIFY(!ui::Main(state, prompts, dir.path()));
-        QCOMPARE(QFileInfo(file.fileName()).size(), 0); // not created anew
+        QCOMPARE(QFileInfo(file).size() == 0, !otherTable); // the empty file is not made anew
     }
 
     void aStoredPlacementIsBroughtOntoTheScreens_data()

@@ -158,12 +158,6 @@ private slots:
         QVERIFY(InitList(wedding.state, prompts, model, wedding.state.AllGuests, QStringLiteral("FAMILY_NAME"), descending)
                     .dialEnabled);
         QCOMPARE(model.cellText(1, 0), QStringLiteral("ב"));
-
-        wedding.state.CurGroup = wedding.state.HerFamily;
-        outcome = InitList(wedding.state, prompts, model, wedding.state.CurGroup, {}, {});
-        QCOMPARE(outcome.caption, QStringLiteral("רשימה של משפחת לוי"));
-        QVERIFY(!outcome.hasRows);
-        QCOMPARE(wedding.state.InvCount, 0);
     }
 
     void aNullInAPlainColumnIsReportedOnce()

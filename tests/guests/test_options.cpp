@@ -4,7 +4,6 @@
 #include "TestMain.h"
 #include "TestWedding.h"
 
-#include "app/IniFile.h"
 #include "app/Wedding.h"
 #include "app/ui/MainWindow.h"
 #include "guests/GuestList.h"
@@ -46,10 +45,7 @@ private:
         s.UserGroups = {s.CoupleName, s.HisFamily, s.HerFamily, "A", "B", "C"};
         SaveOptions(s);
         auto window = open();
-        window->show();
-        window->activateWindow();
-        if (!QTest::qWaitForWindowActive(window.get()))
-            QTest::qFail("the options never became active", __FILE__, __LINE__);
+        test::activate(window.get());
         window->SSTab1->setCurrentIndex(1);
         QCoreApplication::processEvents(); // lays the list out
         return window;
@@ -63,11 +59,7 @@ private:
         return texts;
     }
 
-    QString ini(const char* section, const char* key)
-    {
-        return ReadIniValue(m_wedding->state.iniFile(), QString::fromLatin1(section), QString::fromLatin1(key),
-                            QStringLiteral("<none>"));
-    }
+    QString ini(const char* section, const char* key) { return test::iniValue(m_wedding->state.iniFile(), section, key); }
 
 private slots:
     void init()

@@ -57,18 +57,9 @@ private slots:
                  QStringLiteral("VELMORA_LIST\nVELMORA_BUDGET\n"));
         QCOMPARE(sqlite3(file, QStringLiteral("SELECT name || ' ' || type || ' ' || \"notnull\" FROM "
                                               "pragma_table_info('VELMORA_LIST') ORDER BY cid")),
-                 QStringLiteral("FIRST_NAME TEXT(20) 1\n"
-                                "FAMILY_NAME TEXT(20) 1\n"
-                                "INV_NUM TINYINT 0\n"
-                                "REMARK TEXT(40) 0\n"
-                                "LIST_GROUP TEXT(50) 0\n"
-                                "CHECK SMALLINT 0\n"
-                                "PHONES TEXT(30) 0\n"
-                                "CONFIRM TINYINT 1\n"
-                                "TABLE_NO TINYINT 0\n"
-                                "INV_STATUS BOOLEAN 0\n"
-                                "ADDRESS TEXT(50) 0\n"
-                                "PRESENT_TYPE TINYINT 0\n"
+                 QStringLiteral("FIRST_NAME TEXT(20) 1\nFAMILY_NAME TEXT(20) 1\nINV_NUM TINYINT 0\nREMARK TEXT(40) 0\n"
+                                "LIST_GROUP TEXT(50) 0\nCHECK SMALLINT 0\nPHONES TEXT(30) 0\nCONFIRM TINYINT 1\n"
+                                "TABLE_NO TINYINT 0\nINV_STATUS BOOLEAN 0\nADDRESS TEXT(50) 0\nPRESENT_TYPE TINYINT 0\n"
                                 "PRESENT TEXT(20) 0\n"));
         const QString budget = sqlite3(file, QStringLiteral("SELECT group_concat(name || ':' || type || ':' || \"notnull\", ' ') "
                                                             "FROM pragma_table_info('VELMORA_BUDGET')"));
@@ -81,10 +72,9 @@ private slots:
         // Empty text is allowed in these fields only.
         QStringList emptyAllowed;
         const TableDef list = Database::open(file).tableDef(ListTable);
-        for (const FieldDef& field : list.fields()) {
+        for (const FieldDef& field : list.fields())
             if (field.allowZeroLength)
                 emptyAllowed << field.name;
-        }
         QCOMPARE(emptyAllowed, QStringList({"REMARK", "PHONES", "ADDRESS", "PRESENT"}));
     }
 

@@ -3,6 +3,8 @@
 #include "app/ui/MainWindow.h"
 #include "seating/ui/TableMapWindow.h"
 
+#include <QComboBox>
+
 namespace velmora::test {
 
 RunningProgram::~RunningProgram()
@@ -37,6 +39,12 @@ ui::MainWindow& RunningProgram::main() const
 ui::TableMapWindow& RunningProgram::map() const
 {
     return *windows->tableMap;
+}
+
+void RunningProgram::chooseGroup(int index) const
+{
+    main().cmbUserGroups()->setCurrentIndex(index);
+    emit main().cmbUserGroups()->activated(index);
 }
 
 } // namespace velmora::test

@@ -30,6 +30,8 @@ public:
 
     ui::MainWindow& main() const;
     ui::TableMapWindow& map() const;
+    // Picks a group in the main window's box, as the user does.
+    void chooseGroup(int index) const;
 };
 
 } // namespace velmora::test

@@ -6,12 +6,6 @@ namespace velmora::test {
 
 namespace {
 
-const char* kindName(PromptKind kind)
-{
-    static const char* const names[] = {"message", "input", "open-file", "save-file", "colour", "printer", "beep"};
-    return names[int(kind)];
-}
-
 void failTest(const QString& message)
 {
     // Outside a test function there is nothing to fail: say it loudly instead.
@@ -30,12 +24,20 @@ RecordedPrompt plain(PromptKind kind, const QString& title = {}, const QString& 
     return prompt;
 }
 
+// A file, colour or printer dialog's answer; none when the script cancels it.
+template <typename T>
+PromptResult<T> answered(const std::optional<T>& value)
+{
+    return value ? PromptResult<T>{*value, {}} : PromptResult<T>::cancelled();
+}
+
 } // namespace
 
 QString describe(const RecordedPrompt& p)
 {
+    static const char* const kinds[] = {"message", "input", "open-file", "save-file", "colour", "printer", "beep"};
     return QStringLiteral("%1 [icon %2, buttons %3, default %4] \"%5\": \"%6\"")
-        .arg(QString::fromLatin1(kindName(p.kind)))
+        .arg(QString::fromLatin1(kinds[int(p.kind)]))
         .arg(int(p.icon))
         .arg(int(p.buttons))
         .arg(int(p.defaultButton))
@@ -49,24 +51,13 @@ ScriptedPrompts::~ScriptedPrompts()
 
 ScriptedPrompts& ScriptedPrompts::expectMessage(PromptIcon icon, const QString& text, const QString& title)
 {
-    Step step;
-    step.expected = plain(PromptKind::Message, title, text);
-    step.expected.icon = icon;
-    m_script.push_back(step);
-    return *this;
+    return expectBox(icon, text, title, PromptButtons::Ok, PromptAnswer::Ok, PromptAnswer::Ok);
 }
 
 ScriptedPrompts& ScriptedPrompts::expectQuestion(const QString& text, PromptAnswer answer, const QString& title,
                                                  PromptButtons buttons, PromptAnswer defaultButton)
 {
-    Step step;
-    step.expected = plain(PromptKind::Message, title, text);
-    step.expected.icon = PromptIcon::Question;
-    step.expected.buttons = buttons;
-    step.expected.defaultButton = defaultButton;
-    step.answer = answer;
-    m_script.push_back(step);
-    return *this;
+    return expectBox(PromptIcon::Question, text, title, buttons, defaultButton, answer);
 }
 
 ScriptedPrompts& ScriptedPrompts::expectBox(PromptIcon icon, const QString& text, const QString& title,
@@ -129,10 +120,7 @@ ScriptedPrompts& ScriptedPrompts::expectPrinter(const std::optional<PrinterReque
 
 ScriptedPrompts& ScriptedPrompts::expectBeep()
 {
-    Step step;
-    step.expected = plain(PromptKind::Beep);
-    m_script.push_back(step);
-    return *this;
+    return expectDialog(PromptKind::Beep, [](Step&) {});
 }
 
 bool ScriptedPrompts::verifyDone()
@@ -193,34 +181,26 @@ PromptResult<QString> ScriptedPrompts::openFile(const FileRequest& request)
 {
     m_fileRequests.push_back(request);
     const auto step = take(plain(PromptKind::OpenFile, request.title, request.filter));
-    if (!step || !step->path)
-        return PromptResult<QString>::cancelled();
-    return {*step->path, {}};
+    return answered(step ? step->path : std::nullopt);
 }
 
 PromptResult<QString> ScriptedPrompts::saveFile(const FileRequest& request)
 {
     m_fileRequests.push_back(request);
     const auto step = take(plain(PromptKind::SaveFile, request.title, request.filter));
-    if (!step || !step->path)
-        return PromptResult<QString>::cancelled();
-    return {*step->path, {}};
+    return answered(step ? step->path : std::nullopt);
 }
 
 PromptResult<QColor> ScriptedPrompts::chooseColour(const QColor& /*initial*/)
 {
     const auto step = take(plain(PromptKind::Colour));
-    if (!step || !step->colour)
-        return PromptResult<QColor>::cancelled();
-    return {*step->colour, {}};
+    return answered(step ? step->colour : std::nullopt);
 }
 
 PromptResult<PrinterRequest> ScriptedPrompts::choosePrinter(const PrinterRequest& /*proposal*/)
 {
     const auto step = take(plain(PromptKind::Printer));
-    if (!step || !step->printer)
-        return PromptResult<PrinterRequest>::cancelled();
-    return {*step->printer, {}};
+    return answered(step ? step->printer : std::nullopt);
 }
 
 void ScriptedPrompts::beep()

@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QTest>
+#include <QWidget>
 #include <QWindow>
 
 namespace velmora::test {
@@ -34,6 +35,17 @@ inline QString systemText(int key)
 inline void pressKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QTest::sendKeyEvent(QTest::Click, QGuiApplication::focusWindow(), Qt::Key(key), systemText(key), modifiers);
+}
+
+// Shows a window and makes it the active one, so that keys reach it as from the keyboard.
+inline bool activate(QWidget* window)
+{
+    window->show();
+    window->activateWindow();
+    const bool active = QTest::qWaitForWindowActive(window);
+    if (!active)
+        QTest::qFail("the window never became active", __FILE__, __LINE__);
+    return active;
 }
 
 } // namespace velmora::test

@@ -1,5 +1,6 @@
 #include "TestWedding.h"
 
+#include "app/IniFile.h"
 #include "app/PendingFailure.h"
 #include "app/Wedding.h"
 #include "guests/Removal.h"
@@ -20,6 +21,11 @@ QVariantMap invitation(const QString& family, const QString& first, int people, 
 {
     return {{"FAMILY_NAME", family}, {"FIRST_NAME", first}, {"INV_NUM", people}, {"CONFIRM", confirm},
             {"REMARK", QString()}, {"PHONES", phones}, {"LIST_GROUP", group}, {"TABLE_NO", table}};
+}
+
+QString iniValue(const QString& file, const char* section, const char* key)
+{
+    return ReadIniValue(file, QString::fromLatin1(section), QString::fromLatin1(key), QStringLiteral("<none>"));
 }
 
 TestWedding::TestWedding()
@@ -68,6 +74,11 @@ void TestWedding::createWedding(quint8 maxTables, quint8 maxChairs)
 store::Recordset TestWedding::row(const QString& family, const QString& first) const
 {
     return open().openRecordset(guests::PairSql(family, first));
+}
+
+QVariant TestWedding::value(const QString& family, const QString& first, const QString& field) const
+{
+    return row(family, first).value(field);
 }
 
 store::Database TestWedding::open() const

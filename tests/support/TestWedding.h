@@ -16,6 +16,9 @@ QVariantMap invitation(const QString& family, const QString& first, int people, 
                        const QVariant& table = {}, const QString& phones = QStringLiteral("050"),
                        const QString& group = QStringLiteral("1"));
 
+// A settings file's value, "<none>" when it has none.
+QString iniValue(const QString& file, const char* section, const char* key);
+
 // A wedding folder of its own for one test: settings file, database and state.
 class TestWedding {
 public:
@@ -34,6 +37,8 @@ public:
     int count(const QString& sql) const;
     // The rows of one name pair, as the program looks them up.
     store::Recordset row(const QString& family, const QString& first) const;
+    // One field of that pair's first row.
+    QVariant value(const QString& family, const QString& first, const QString& field) const;
 
 private:
     QTemporaryDir m_dir;
