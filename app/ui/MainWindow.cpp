@@ -197,6 +197,9 @@ void MainWindow::onToolbar(QAction* button)
     case 3:
         RemoveRecord();
         break;
+    case 6:
+        openBudget();
+        break;
     case 10:
         ShowHideTablesMap();
         break;
@@ -223,6 +226,17 @@ void MainWindow::ShowHideTablesMap()
         mapHidden();
     }
     m_toolbar->update();
+}
+
+void MainWindow::openBudget()
+{
+    // One ledger at a time: a second press brings it forward with what is typed in it.
+    if (!m_budget) {
+        m_budget = new BudgetWindow(m_state, m_prompts, this);
+        m_budget->show();
+    }
+    m_budget->raise();
+    m_budget->activateWindow();
 }
 
 InvitationDialog& MainWindow::invitation()
