@@ -1,0 +1,270 @@
+#include "RunningProgram.h"
+#include "TestMain.h"
+#include "TestWedding.h"
+
+#include "app/Twips.h"
+#include "app/ui/MainWindow.h"
+#include "budget/ui/BudgetWindow.h"
+#include "printing/ui/PrinterTarget.h"
+#include "store/Schema.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QClipboard>
+#include <QFile>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+using namespace velmora;
+
+namespace {
+
+const QString BudgetSql = QStringLiteral("select * from VELMORA_BUDGET");
+
+// Types as the user does: the box's text selected, then key presses carrying their text.
+void typeInto(QLineEdit* box, const QString& text)
+{
+    box->setFocus();
+    QTest::keySequence(box, QKeySequence::SelectAll);
+    if (text.isEmpty())
+        QTest::keyClick(box, Qt::Key_Backspace);
+    else
+        QTest::keyClicks(box, text);
+}
+
+QStringList texts(const ui::BudgetWindow& window)
+{
+    return window.boxTexts();
+}
+
+int pdfPages(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    return int(QString::fromLatin1(file.readAll()).count(QRegularExpression(QStringLiteral("/Type\\s*/Page(?!s)"))));
+}
+
+// Every pixel of `area` is within a few steps of `colour`.
+bool allNear(const QImage& image, const QRect& area, QColor colour)
+{
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            if (std::abs(c.red() - colour.red()) > 10 || std::abs(c.green() - colour.green()) > 10
+                || std::abs(c.blue() - colour.blue()) > 10)
+                return false;
+        }
+    return true;
+}
+
+} // namespace
+
+class BudgetWindowTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<test::TestWedding> m_wedding;
+    test::ScriptedPrompts m_prompts;
+    std::unique_ptr<ui::BudgetWindow> m_window;
+
+    ui::BudgetWindow& open()
+    {
+        m_window = std::make_unique<ui::BudgetWindow>(m_wedding->state, m_prompts);
+        m_window->setAttribute(Qt::WA_DeleteOnClose, false);
+        m_window->show();
+        m_window->activateWindow();
+        if (!QTest::qWaitForWindowActive(m_window.get()))
+            QTest::qFail("the ledger never became active", __FILE__, __LINE__);
+        return *m_window;
+    }
+
+private slots:
+    void init()
+    {
+        m_wedding = std::make_unique<test::TestWedding>();
+        m_wedding->createDatabase();
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_prompts.verifyDone();
+    }
+
+    void aSecondPressBringsTheSameLedgerForward()
+    {
+        test::TestWedding wedding;
+        wedding.createWedding(100);
+        test::RunningProgram program;
+        QVERIFY(program.start(wedding.folder()));
+        ui::MainWindow& main = program.main();
+        main.toolButton(6)->trigger();
+        QPointer<ui::BudgetWindow> ledger = main.budgetWindow();
+        QVERIFY(ledger && ledger->isVisible());
+        QCOMPARE(ledger->windowTitle(), QStringLiteral("מאזן תקציבי"));
+        QCOMPARE(texts(*ledger), QStringList(30, QStringLiteral("0")));
+        QCOMPARE(ledger->lblSum->text(), QStringLiteral("0"));
+        typeInto(ledger->txtBudgetBranch[2], QStringLiteral("450"));
+
+        // A row stored meanwhile is not read again: the window keeps what is typed.
+        {
+            store::Database db = wedding.open();
+            store::Recordset rs = db.openRecordset(BudgetSql);
+            rs.addNew();
+            for (const store::BudgetBranch& branch : store::budgetBranches())
+                rs.setValue(branch.field, 9);
+            rs.update();
+        }
+        main.activateWindow();
+        main.toolButton(6)->trigger();
+        QCOMPARE(main.budgetWindow(), ledger.data());
+        QCOMPARE(ledger->txtBudgetBranch[2]->text(), QStringLiteral("450"));
+        QCOMPARE(ledger->txtBudgetBranch[3]->text(), QStringLiteral("0"));
+
+        // Closing loses the typed text without a question; the next press reads the file.
+        ledger->close();
+        QTRY_VERIFY(!ledger);
+        main.toolButton(6)->trigger();
+        QCOMPARE(texts(*main.budgetWindow()), QStringList(30, QStringLiteral("9")));
+        QCOMPARE(main.budgetWindow()->lblSum->text(), QStringLiteral("270"));
+        program.stop();
+        program.prompts.verifyDone();
+    }
+
+    void tabWalksTheBoxesInIndexOrderAndEachReadsItsCaption()
+    {
+        ui::BudgetWindow& window = open();
+        QWidget* focused = window.txtBudgetBranch[0];
+        focused->setFocus();
+        for (int i = 0; i < 30; ++i) {
+            QLineEdit* box = window.txtBudgetBranch[size_t(i)];
+            QCOMPARE(QApplication::focusWidget(), box);
+            const int row = i % 15;
+            QCOMPARE(box->geometry(), twipsRect(i < 15 ? 5640 : 480, 960 + 480 * row, 2895, 375));
+            QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(box);
+            QCOMPARE(reader->text(QAccessible::Name).trimmed(), store::budgetBranches()[size_t(i)].label);
+            QTest::keyClick(box, Qt::Key_Tab);
+        }
+        QCOMPARE(QApplication::focusWidget(), window.cmdUpdate);
+    }
+
+    void whatIsTypedIsCheckedThenStoredAndShown_data()
+    {
+        QTest::addColumn<QStringList>("typed"); // "index=text"; "index=~text" pastes it
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<int>("focus");
+        QTest::addColumn<int>("rows");
+        QTest::addColumn<QStringList>("shown"); // "index=text" over all "0"
+        QTest::addColumn<QString>("sum");
+
+        const QString notNumeric = QStringLiteral("השדות חייבים להכיל ערך מיספרי בלבד.");
+        QTest::newRow("grouped thousands and a negative")
+            << QStringList{"0=1,000", "29=-250.5"} << "" << -1 << 1 << QStringList{"0=1000", "29=-250.5"} << "749.5";
+        QTest::newRow("letters and two points: the first box")
+            << QStringList{"20=1.2.3", "8=abc"} << notNumeric << 8 << 0 << QStringList{"20=1.2.3", "8=abc"} << "0";
+        QTest::newRow("a pasted Hebrew word") << QStringList{"4=~שמלת כלה"} << notNumeric << 4 << 0
+                                             << QStringList{"4=שמלת כלה"} << "0";
+        QTest::newRow("two signs") << QStringList{"13=--5"} << notNumeric << 13 << 0 << QStringList{"13=--5"} << "0";
+        QTest::newRow("an emptied box on a new row: nothing stored")
+            << QStringList{"0=50", "7="} << "" << -1 << 0 << QStringList{} << "0";
+        QTest::newRow("one over the largest field")
+            << QStringList{"1=922337203685478"} << QStringLiteral("אחד השדות גדול מהערך המקסימלי המותר") << -1 << 0
+            << QStringList{"1=922337203685478"} << "0";
+    }
+    void whatIsTypedIsCheckedThenStoredAndShown()
+    {
+        QFETCH(QStringList, typed);
+        QFETCH(QString, message);
+        QFETCH(int, focus);
+        QFETCH(int, rows);
+        QFETCH(QStringList, shown);
+        QFETCH(QString, sum);
+
+        ui::BudgetWindow& window = open();
+        for (const QString& item : typed) {
+            const qsizetype at = item.indexOf(u'=');
+            QLineEdit* box = window.txtBudgetBranch[size_t(item.left(at).toInt())];
+            QString text = item.mid(at + 1);
+            if (text.startsWith(u'~')) {
+                QApplication::clipboard()->setText(text.mid(1));
+                typeInto(box, {});
+                QTest::keySequence(box, QKeySequence::Paste);
+            } else {
+                typeInto(box, text);
+            }
+        }
+        if (!message.isEmpty())
+            m_prompts.expectMessage(PromptIcon::None, message);
+        window.txtBudgetBranch[29]->setFocus();
+        QTest::mouseClick(window.cmdUpdate, Qt::LeftButton);
+        QVERIFY(m_prompts.verifyDone());
+        if (focus >= 0)
+            QCOMPARE(QApplication::focusWidget(), window.txtBudgetBranch[size_t(focus)]);
+        QCOMPARE(m_wedding->count(BudgetSql), rows);
+        QStringList expected(30, QStringLiteral("0"));
+        for (const QString& item : shown)
+            expected[item.left(item.indexOf(u'=')).toInt()] = item.mid(item.indexOf(u'=') + 1);
+        QCOMPARE(texts(window), expected);
+        QCOMPARE(window.lblSum->text(), sum);
+    }
+
+    void printing_data()
+    {
+        QTest::addColumn<bool>("chosen");
+        QTest::addColumn<QString>("target"); // under the test's folder
+        QTest::addColumn<QString>("message");
+        QTest::newRow("to a PDF file") << true << "ledger.pdf" << "המאזן התקציבי הודפס";
+        QTest::newRow("cancelled: nothing said") << false << "" << "";
+        QTest::newRow("a printer that fails") << true << "missing/folder/ledger.pdf" << "ארעה שגיאת הדפסה";
+    }
+    void printing()
+    {
+        QFETCH(bool, chosen);
+        QFETCH(QString, target);
+        QFETCH(QString, message);
+
+        ui::BudgetWindow& window = open();
+        typeInto(window.txtBudgetBranch[0], QStringLiteral("777")); // printed although not saved
+        PrinterRequest choice;
+        choice.outputFile = m_wedding->folder() + u'/' + target;
+        m_prompts.expectPrinter(chosen ? std::optional(choice) : std::nullopt);
+        if (!message.isEmpty())
+            m_prompts.expectMessage(PromptIcon::None, message);
+        QTest::mouseDClick(window.imgPrint, Qt::LeftButton);
+        QVERIFY(m_prompts.verifyDone());
+        QVERIFY(window.imgPrint->isVisible());
+        QCOMPARE(m_wedding->count(BudgetSql), 0);
+        if (message != QStringLiteral("המאזן התקציבי הודפס"))
+            return;
+
+        QCOMPARE(pdfPages(choice.outputFile), 1);
+        // On screen the icon is there; on paper its place shows only the grey band.
+        const QRect icon = window.imgPrint->geometry().adjusted(2, 2, -2, -2);
+        const QColor band(0xE0, 0xE0, 0xE0);
+        QVERIFY(!allNear(window.grab().toImage(), icon, band));
+        const QString pdftoppm = QStandardPaths::findExecutable(QStringLiteral("pdftoppm"));
+        if (pdftoppm.isEmpty())
+            QSKIP("pdftoppm is needed to look at the page");
+        const QString png = m_wedding->folder() + QStringLiteral("/page");
+        QCOMPARE(QProcess::execute(pdftoppm, {QStringLiteral("-r"), QString::number(ScreenDpi), QStringLiteral("-png"),
+                                              QStringLiteral("-singlefile"), choice.outputFile, png}),
+                 0);
+        const QImage page(png + QStringLiteral(".png"));
+        QVERIFY(!page.isNull());
+        const QPoint origin = ui::printerFor(choice)->pageLayout().paintRectPixels(ScreenDpi).topLeft();
+        QVERIFY(allNear(page, icon.translated(origin), band));
+        // The band itself, the first box and the title are where the window has them.
+        const QRect sumLine = window.lblSum->geometry();
+        QVERIFY(allNear(page, QRect(origin + QPoint(sumLine.left() - 60, sumLine.top()), QSize(8, 8)), band));
+        const QRect box = window.txtBudgetBranch[0]->geometry().translated(origin);
+        QVERIFY(!allNear(page, box.adjusted(3, 3, -3, -3), Qt::white)); // "777" is on it
+        QVERIFY(allNear(page, QRect(box.topLeft() + QPoint(4, 4), QSize(20, 4)), Qt::white));
+    }
+};
+
+VELMORA_TEST_MAIN(BudgetWindowTest)
+#include "test_budgetwindow.moc"
