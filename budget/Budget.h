@@ -57,6 +57,7 @@ public:
     void open(const QString& databaseFile);
     // Closes the rows, then the connection, ignoring failures of either.
     void close();
+    bool isOpen() const { return m_db.isOpen(); }
     bool isNew() const { return m_isNew; }
 
     // The box texts from the table, and `sqlText` set to its query: thirty "0" for an

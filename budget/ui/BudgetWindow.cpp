@@ -209,12 +209,15 @@ QStringList BudgetWindow::boxTexts() const
 
 void BudgetWindow::LoadBudget()
 {
-    try {
-        const QStringList boxes = m_ledger.load(m_state.SqlText);
-        for (size_t i = 0; i < txtBudgetBranch.size(); ++i)
-            txtBudgetBranch[i]->setText(boxes.value(int(i)));
-    } catch (const Failure& failure) {
-        m_prompts.warning(failure.text());
+    // Without a connection (told when the window opened) the boxes stay as they are.
+    if (m_ledger.isOpen()) {
+        try {
+            const QStringList boxes = m_ledger.load(m_state.SqlText);
+            for (size_t i = 0; i < txtBudgetBranch.size(); ++i)
+                txtBudgetBranch[i]->setText(boxes.value(int(i)));
+        } catch (const Failure& failure) {
+            m_prompts.warning(failure.text());
+        }
     }
     lblSum->setText(budget::SumText(SumOfBudget()));
     lblDate->setText(budget::DateText(QDate::currentDate()));

@@ -212,6 +212,23 @@ private slots:
         QCOMPARE(window.lblSum->text(), sum);
     }
 
+    void aFileThatWontOpenIsToldOnce()
+    {
+        QFile::remove(m_wedding->state.databaseFile());
+        QString why;
+        try {
+            store::Database::open(m_wedding->state.databaseFile());
+        } catch (const Failure& failure) {
+            why = failure.text();
+        }
+        QVERIFY(!why.isEmpty());
+        m_prompts.expectMessage(PromptIcon::Warning, why);
+        ui::BudgetWindow& window = open();
+        QCOMPARE(window.lblSum->text(), QStringLiteral("0"));
+        // A save has nowhere to go and says nothing.
+        QTest::mouseClick(window.cmdUpdate, Qt::LeftButton);
+    }
+
     void printing_data()
     {
         QTest::addColumn<bool>("chosen");
