@@ -67,11 +67,6 @@ QString SumText(Currency total)
     return text;
 }
 
-QString DateText(const QDate& day)
-{
-    return day.toString(QStringLiteral("dd/MM/yy"));
-}
-
 void BudgetLedger::open(const QString& databaseFile)
 {
     m_db = store::Database::open(databaseFile);

@@ -7,7 +7,6 @@
 #include "store/Currency.h"
 #include "store/Engine.h"
 
-#include <QDate>
 #include <QString>
 #include <QStringList>
 
@@ -46,9 +45,6 @@ store::Currency SumOfBudget(const QStringList& boxes, Prompts& prompts);
 
 // The total as the window shows it: through a double, up to 15 significant digits.
 QString SumText(store::Currency total);
-
-// The date line of the ledger.
-QString DateText(const QDate& day);
 
 // The budget row through the window's own connection.
 class BudgetLedger {

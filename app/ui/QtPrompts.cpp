@@ -52,9 +52,16 @@ QString startPath(const FileRequest& request)
 
 } // namespace
 
+QWidget* QtPrompts::owner() const
+{
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    return m_parent;
+}
+
 PromptAnswer QtPrompts::show(const MessageRequest& request)
 {
-    QMessageBox box(m_parent);
+    QMessageBox box(owner());
     box.setLayoutDirection(request.leftToRight ? Qt::LeftToRight : Qt::RightToLeft);
     box.setWindowTitle(caption(request.title));
     box.setText(displayed(request.text));
@@ -106,7 +113,7 @@ PromptAnswer QtPrompts::show(const MessageRequest& request)
 
 QString QtPrompts::inputBox(const InputRequest& request)
 {
-    QInputDialog dialog(m_parent);
+    QInputDialog dialog(owner());
     dialog.setLayoutDirection(Qt::RightToLeft);
     dialog.setWindowTitle(caption(request.title));
     dialog.setLabelText(displayed(request.prompt));
@@ -116,7 +123,7 @@ QString QtPrompts::inputBox(const InputRequest& request)
 
 PromptResult<QString> QtPrompts::openFile(const FileRequest& request)
 {
-    const QString path = QFileDialog::getOpenFileName(m_parent, request.title, startPath(request),
+    const QString path = QFileDialog::getOpenFileName(owner(), request.title, startPath(request),
                                                       qtFileFilter(request.filter));
     if (path.isEmpty())
         return PromptResult<QString>::cancelled();
@@ -125,7 +132,7 @@ PromptResult<QString> QtPrompts::openFile(const FileRequest& request)
 
 PromptResult<QString> QtPrompts::saveFile(const FileRequest& request)
 {
-    const QString path = QFileDialog::getSaveFileName(m_parent, request.title, startPath(request),
+    const QString path = QFileDialog::getSaveFileName(owner(), request.title, startPath(request),
                                                       qtFileFilter(request.filter));
     if (path.isEmpty())
         return PromptResult<QString>::cancelled();
@@ -134,7 +141,7 @@ PromptResult<QString> QtPrompts::saveFile(const FileRequest& request)
 
 PromptResult<QColor> QtPrompts::chooseColour(const QColor& initial)
 {
-    const QColor colour = QColorDialog::getColor(initial, m_parent);
+    const QColor colour = QColorDialog::getColor(initial, owner());
     if (!colour.isValid())
         return PromptResult<QColor>::cancelled();
     return {colour, {}};
@@ -151,7 +158,7 @@ PromptResult<PrinterRequest> QtPrompts::choosePrinter(const PrinterRequest& prop
     printer.setPageOrientation(proposal.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
     if (proposal.fromPage > 0)
         printer.setFromTo(proposal.fromPage, proposal.toPage);
-    QPrintDialog dialog(&printer, m_parent);
+    QPrintDialog dialog(&printer, owner());
     dialog.setLayoutDirection(Qt::RightToLeft);
     if (proposal.maxPage > 0)
         dialog.setMinMax(1, proposal.maxPage);

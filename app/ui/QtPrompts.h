@@ -23,6 +23,10 @@ public:
     void beep() override;
 
 private:
+    // The window the user works in, so that a box from a modeless window (the budget, the
+    // map) stands over it and gives the focus back to it; the main window otherwise.
+    QWidget* owner() const;
+
     QPointer<QWidget> m_parent;
 };
 

@@ -2,6 +2,7 @@
 
 #include "app/Failure.h"
 #include "app/Product.h"
+#include "app/Settings.h"
 #include "app/Prompts.h"
 #include "app/Twips.h"
 #include "app/WeddingState.h"
@@ -220,7 +221,7 @@ void BudgetWindow::LoadBudget()
         }
     }
     lblSum->setText(budget::SumText(SumOfBudget()));
-    lblDate->setText(budget::DateText(QDate::currentDate()));
+    lblDate->setText(values::fromDate(QDate::currentDate()));
 }
 
 store::Currency BudgetWindow::SumOfBudget()
