@@ -25,7 +25,6 @@ namespace messages {
 inline const QString NotNumeric = QStringLiteral("השדות חייבים להכיל ערך מיספרי בלבד.");
 inline const QString FieldTooLarge = QStringLiteral("אחד השדות גדול מהערך המקסימלי המותר");
 inline const QString TotalTooLarge = QStringLiteral("התקציב הכולל גדול מהערך המקסימלי המותר");
-inline const QString PrintFailed = QStringLiteral("ארעה שגיאת הדפסה");
 inline const QString Printed = QStringLiteral("המאזן התקציבי הודפס");
 } // namespace messages
 

@@ -12,6 +12,7 @@ using store::Currency;
 namespace {
 
 const QString Max = QStringLiteral("922337203685477");
+const QString TotalTooLarge = QStringLiteral("התקציב הכולל גדול מהערך המקסימלי המותר");
 
 // Thirty box texts: `fill` everywhere but the "index=text" overrides.
 QStringList boxes(const QString& fill, const QStringList& overrides = {})
@@ -133,9 +134,9 @@ private slots:
         }
 
         if (outcome == BudgetLedger::Outcome::Invalid)
-            m_prompts.expectMessage(PromptIcon::None, budget::messages::NotNumeric);
+            m_prompts.expectMessage(PromptIcon::None, QStringLiteral("השדות חייבים להכיל ערך מיספרי בלבד."));
         if (outcome == BudgetLedger::Outcome::TooLarge)
-            m_prompts.expectMessage(PromptIcon::None, budget::messages::FieldTooLarge);
+            m_prompts.expectMessage(PromptIcon::None, QStringLiteral("אחד השדות גדול מהערך המקסימלי המותר"));
         int focused = -1;
         QCOMPARE(ledger.save(texts, m_prompts, [&](int box) { focused = box; }), outcome);
         QCOMPARE(focused, focus);
@@ -148,7 +149,7 @@ private slots:
         QCOMPARE(ledger.isNew(), stored.isEmpty());
         QCOMPARE(reloaded, stored.isEmpty() ? boxes("0") : stored);
         if (sum.isEmpty())
-            m_prompts.expectMessage(PromptIcon::None, budget::messages::TotalTooLarge);
+            m_prompts.expectMessage(PromptIcon::None, TotalTooLarge);
         QCOMPARE(budget::SumText(budget::SumOfBudget(reloaded, m_prompts)), sum.isEmpty() ? QStringLiteral("0") : sum);
     }
 
@@ -211,7 +212,7 @@ private slots:
         const QStringList typed = boxes("0", {"0=1,000", "1=שמלה", "2=  12abc", "3=1.5e3", "4=-0.00005", "5=0.00005"});
         QCOMPARE(budget::SumOfBudget(typed, m_prompts).units, (1 + 12 + 1500) * Currency::Scale);
         // One box beyond currency leaves the rest counted, then the total says so.
-        m_prompts.expectMessage(PromptIcon::None, budget::messages::TotalTooLarge);
+        m_prompts.expectMessage(PromptIcon::None, TotalTooLarge);
         QCOMPARE(budget::SumOfBudget(boxes("1", {"7=" + QString(400, u'9')}), m_prompts).units, 0);
     }
 };
