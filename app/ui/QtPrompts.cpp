@@ -55,7 +55,9 @@ QString startPath(const FileRequest& request)
 QWidget* QtPrompts::owner() const
 {
     if (QWidget* active = QApplication::activeWindow())
-        return active;
+        m_lastOwner = active;
+    if (m_lastOwner && m_lastOwner->isVisible())
+        return m_lastOwner;
     return m_parent;
 }
 

@@ -120,6 +120,29 @@ private slots:
         QCOMPARE(direction, Qt::LeftToRight);
     }
 
+    void aBoxStandsOverTheWindowTheUserWorksIn()
+    {
+        QWidget main, ledger;
+        main.show();
+        ledger.show();
+        ledger.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&ledger));
+        ui::QtPrompts prompts(&main);
+        QWidget* owner = nullptr;
+        const auto answer = [&](QWidget* modal) {
+            owner = modal->parentWidget();
+            qobject_cast<QMessageBox*>(modal)->button(QMessageBox::Ok)->click();
+        };
+        onNextModal(answer);
+        prompts.message(QStringLiteral("א"));
+        QCOMPARE(owner, &ledger);
+        // Just after a dialog closed no window is active yet; the main window stays behind.
+        QApplication::setActiveWindow(nullptr);
+        onNextModal(answer);
+        prompts.message(QStringLiteral("ב"));
+        QCOMPARE(owner, &ledger);
+    }
+
     void aCancelledInputBoxGivesTheEmptyAnswer()
     {
         ui::QtPrompts prompts;
