@@ -5,7 +5,7 @@ namespace velmora {
 namespace {
 
 // Length of the number at the start of `text` (after `from`), 0 if none.
-qsizetype numberLength(const QString& text, qsizetype from)
+qsizetype numberLength(const QString& text, qsizetype from, bool exponent = false)
 {
     qsizetype i = from;
     if (i < text.size() && (text[i] == u'-' || text[i] == u'+'))
@@ -27,6 +27,16 @@ qsizetype numberLength(const QString& text, qsizetype from)
             digits += fraction;
         }
     }
+    if (exponent && digits > 0 && i < text.size() && (text[i] == u'e' || text[i] == u'E')) {
+        qsizetype j = i + 1;
+        if (j < text.size() && (text[j] == u'-' || text[j] == u'+'))
+            ++j;
+        const qsizetype first = j;
+        while (j < text.size() && text[j] >= u'0' && text[j] <= u'9')
+            ++j;
+        if (j > first)
+            i = j;
+    }
     return digits > 0 ? i - from : 0;
 }
 
@@ -40,10 +50,10 @@ qsizetype skipBlanks(const QString& text)
 
 } // namespace
 
-double LeadingNumber(const QString& text)
+double LeadingNumber(const QString& text, bool exponent)
 {
     const qsizetype start = skipBlanks(text);
-    const qsizetype length = numberLength(text, start);
+    const qsizetype length = numberLength(text, start, exponent);
     return length > 0 ? text.mid(start, length).toDouble() : 0.0;
 }
 

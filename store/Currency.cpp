@@ -1,57 +1,212 @@
 #include "store/Currency.h"
 
 #include <cmath>
-#include <limits>
 
 namespace velmora::store {
 
-std::optional<Currency> Currency::parse(const QString& input)
-{
-    const QString text = input.trimmed();
-    if (text.isEmpty())
-        return std::nullopt;
-    int i = 0;
+namespace {
+
+constexpr char16_t Shekel = u'\u20AA';
+
+// A number read as its significant digits and the place of its decimal point, so that
+// any length of text converts exactly.
+struct Decimal {
     bool negative = false;
-    if (text[0] == u'-' || text[0] == u'+') {
-        negative = text[0] == u'-';
-        ++i;
-    }
-    qint64 whole = 0;
-    int digits = 0;
-    constexpr qint64 limit = std::numeric_limits<qint64>::max() / Scale / 10;
-    for (; i < text.size() && text[i].isDigit(); ++i, ++digits) {
-        if (whole > limit)
-            return std::nullopt;
-        whole = whole * 10 + text[i].digitValue();
-    }
-    qint64 fraction = 0;
-    int fractionDigits = 0;
-    bool roundUp = false;
-    if (i < text.size() && text[i] == u'.') {
-        for (++i; i < text.size() && text[i].isDigit(); ++i, ++digits) {
-            if (fractionDigits < 4) {
-                fraction = fraction * 10 + text[i].digitValue();
-                ++fractionDigits;
-            } else if (fractionDigits == 4) {
-                roundUp = text[i].digitValue() >= 5;
-                ++fractionDigits;
-            }
+    QString digits;      // without leading zeros
+    qint64 pointAt = 0;  // how many of the digits stand before the point; may be negative
+};
+
+bool isAsciiDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+class Reader {
+public:
+    Reader(const QString& text, bool amount) : m_text(text.trimmed()), m_amount(amount) {}
+
+    std::optional<Decimal> read()
+    {
+        bool signSeen = readSign();
+        bool shekelSeen = false;
+        if (m_amount && peek() == Shekel) {
+            shekelSeen = true;
+            ++m_at;
+            skipBlanks();
         }
+        if (!signSeen)
+            readSign();
+        if (!readBody())
+            return std::nullopt;
+        if (m_amount && !shekelSeen) {
+            skipBlanks();
+            if (peek() == Shekel)
+                ++m_at;
+        }
+        if (m_at != m_text.size())
+            return std::nullopt;
+        return m_number;
     }
-    if (i != text.size() || digits == 0)
+
+private:
+    QChar peek() const { return m_at < m_text.size() ? m_text[m_at] : QChar(); }
+
+    void skipBlanks()
+    {
+        while (m_at < m_text.size() && m_text[m_at].isSpace())
+            ++m_at;
+    }
+
+    bool readSign()
+    {
+        if (peek() != u'-' && peek() != u'+')
+            return false;
+        m_number.negative = peek() == u'-';
+        ++m_at;
+        return true;
+    }
+
+    void digit(QChar c, bool fraction)
+    {
+        if (m_number.digits.isEmpty() && c == u'0') {
+            if (fraction)
+                --m_number.pointAt;
+            return;
+        }
+        m_number.digits += c;
+        if (!fraction)
+            ++m_number.pointAt;
+    }
+
+    // Digits of the whole part; with grouping, the first group has one to three digits
+    // and every "," is followed by exactly three.
+    qsizetype readWhole()
+    {
+        qsizetype count = 0;
+        qsizetype run = 0;
+        bool grouped = false;
+        while (m_at < m_text.size()) {
+            const QChar c = m_text[m_at];
+            if (isAsciiDigit(c)) {
+                if (grouped && run == 3)
+                    return -1;
+                digit(c, false);
+                ++run;
+                ++count;
+            } else if (m_amount && c == u',') {
+                if (run == 0 || run > 3 || (grouped && run != 3))
+                    return -1;
+                grouped = true;
+                run = 0;
+            } else {
+                break;
+            }
+            ++m_at;
+        }
+        if (grouped && run != 3)
+            return -1;
+        return count;
+    }
+
+    bool readBody()
+    {
+        qsizetype count = readWhole();
+        if (count < 0)
+            return false;
+        if (peek() == u'.') {
+            ++m_at;
+            for (; m_at < m_text.size() && isAsciiDigit(m_text[m_at]); ++m_at, ++count)
+                digit(m_text[m_at], true);
+        }
+        if (count == 0)
+            return false;
+        if (m_amount && (peek() == u'e' || peek() == u'E')) {
+            ++m_at;
+            bool negative = false;
+            if (peek() == u'-' || peek() == u'+') {
+                negative = peek() == u'-';
+                ++m_at;
+            }
+            qint64 exponent = 0;
+            qsizetype exponentDigits = 0;
+            for (; m_at < m_text.size() && isAsciiDigit(m_text[m_at]); ++m_at, ++exponentDigits)
+                exponent = std::min<qint64>(exponent * 10 + m_text[m_at].digitValue(), 1'000'000'000);
+            if (exponentDigits == 0)
+                return false;
+            m_number.pointAt += negative ? -exponent : exponent;
+        }
+        return true;
+    }
+
+    QString m_text;
+    bool m_amount;
+    qsizetype m_at = 0;
+    Decimal m_number;
+};
+
+std::optional<Currency> toCurrency(const Decimal& number)
+{
+    const qint64 wholeUnits = number.pointAt + 4; // digits that make whole ten-thousandths
+    if (number.digits.isEmpty() || wholeUnits < 0)
+        return Currency{0};
+    if (wholeUnits > 19)
         return std::nullopt;
-    for (int d = std::min(fractionDigits, 4); d < 4; ++d)
-        fraction *= 10;
-    qint64 units = whole * Scale + fraction + (roundUp ? 1 : 0);
-    return Currency{negative ? -units : units};
+    quint64 units = 0;
+    for (qint64 i = 0; i < wholeUnits; ++i) {
+        const int d = i < number.digits.size() ? number.digits[i].digitValue() : 0;
+        units = units * 10 + quint64(d);
+        if (units > quint64(Currency::MaxUnits))
+            return std::nullopt;
+    }
+    if (wholeUnits < number.digits.size() && number.digits[wholeUnits].digitValue() >= 5) {
+        if (units == quint64(Currency::MaxUnits))
+            return std::nullopt;
+        ++units;
+    }
+    return Currency{number.negative ? -qint64(units) : qint64(units)};
+}
+
+} // namespace
+
+std::optional<Currency> Currency::parse(const QString& text)
+{
+    const std::optional<Decimal> number = Reader(text, false).read();
+    return number ? toCurrency(*number) : std::nullopt;
+}
+
+bool Currency::isAmountText(const QString& text)
+{
+    return Reader(text, true).read().has_value();
+}
+
+std::optional<Currency> Currency::fromAmountText(const QString& text)
+{
+    const std::optional<Decimal> number = Reader(text, true).read();
+    return number ? toCurrency(*number) : std::nullopt;
 }
 
 std::optional<Currency> Currency::fromDouble(double value)
 {
-    const double scaled = std::round(value * Scale);
-    if (!std::isfinite(scaled) || std::fabs(scaled) >= 9.2e18)
+    if (!std::isfinite(value))
         return std::nullopt;
-    return Currency{qint64(scaled)};
+    // The whole part converts exactly; only the fraction is scaled, so that large amounts
+    // don't pick up the error of value * 10000.
+    const double whole = std::trunc(value);
+    if (std::fabs(whole) > double(MaxWhole))
+        return std::nullopt;
+    const qint64 fraction = std::llround((value - whole) * Scale);
+    qint64 units = 0;
+    if (__builtin_add_overflow(qint64(whole) * Scale, fraction, &units) || units < -MaxUnits)
+        return std::nullopt;
+    return Currency{units};
+}
+
+std::optional<Currency> Currency::add(Currency a, Currency b)
+{
+    qint64 units = 0;
+    if (__builtin_add_overflow(a.units, b.units, &units) || units < -MaxUnits)
+        return std::nullopt;
+    return Currency{units};
 }
 
 QString Currency::toString() const

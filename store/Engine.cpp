@@ -323,9 +323,11 @@ QVariant convertForField(const FieldDef& field, const QVariant& value)
             return value;
         std::optional<Currency> amount;
         if (value.metaType() == QMetaType::fromType<QString>()) {
-            amount = Currency::parse(value.toString());
-            if (!amount)
+            // The store takes money as people here write it ("1,000", "₪ 250.5").
+            const QString text = value.toString();
+            if (!Currency::isAmountText(text))
                 conversionFailure(field);
+            amount = Currency::fromAmountText(text);
         } else if (value.metaType() == QMetaType::fromType<int>() || value.metaType() == QMetaType::fromType<qint64>()) {
             const qint64 whole = value.toLongLong();
             if (std::llabs(whole) > std::numeric_limits<qint64>::max() / Currency::Scale)

@@ -207,6 +207,9 @@ void MainWindow::onToolbar(QAction* button)
     case 5:
         DialNum();
         break;
+    case 6:
+        openBudget();
+        break;
     case 10:
         ShowHideTablesMap();
         break;
@@ -233,6 +236,17 @@ void MainWindow::ShowHideTablesMap()
         mapHidden();
     }
     m_toolbar->update();
+}
+
+void MainWindow::openBudget()
+{
+    // One ledger at a time: a second press brings it forward with what is typed in it.
+    if (!m_budget) {
+        m_budget = new BudgetWindow(m_state, m_prompts, this);
+        m_budget->show();
+    }
+    m_budget->raise();
+    m_budget->activateWindow();
 }
 
 InvitationDialog& MainWindow::invitation()

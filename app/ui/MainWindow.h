@@ -1,11 +1,13 @@
 #pragma once
 
 #include "app/Settings.h"
+#include "budget/ui/BudgetWindow.h"
 #include "guests/GuestList.h"
 #include "guests/GuestListModel.h"
 #include "guests/ui/InvitationDialog.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <array>
 
@@ -66,6 +68,9 @@ public:
     void DialNum();
     QMenu* popupMenu() const { return m_popup; }
     InvitationDialog* invitationDialog() const { return m_invDialog; }
+    // frmBudget, modeless; made on each first press and gone when closed.
+    void openBudget();
+    BudgetWindow* budgetWindow() const { return m_budget; }
 
     // The refresh after every change of the list or of what it shows: the list, then the map.
     void refreshList() override;
@@ -120,6 +125,7 @@ private:
     QTimer* m_tmrDelay = nullptr;
     QString m_helpFile;
     InvitationDialog* m_invDialog = nullptr;
+    QPointer<BudgetWindow> m_budget;
     QMenu* m_popup = nullptr;
     int m_lastColumn = 0;
     std::array<QAction*, 14> m_buttons{};

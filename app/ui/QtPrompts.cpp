@@ -84,11 +84,19 @@ PromptResult<QString> runFileDialog(QWidget* parent, const FileRequest& request,
 
 } // namespace
 
+QWidget* QtPrompts::owner() const
+{
+    if (QWidget* active = QApplication::activeWindow())
+        m_lastOwner = active;
+    if (m_lastOwner && m_lastOwner->isVisible())
+        return m_lastOwner;
+    return m_parent;
+}
+
 PromptAnswer QtPrompts::show(const MessageRequest& request)
 {
-    // An English box belongs to the English window the user is in (the dialer), not the list.
-    QWidget* parent = request.leftToRight && QApplication::activeWindow() ? QApplication::activeWindow() : m_parent.data();
-    QMessageBox box(parent);
+    // A box stands over the window the user works in (the ledger, the dialer), not the list.
+    QMessageBox box(owner());
     box.setLayoutDirection(request.leftToRight ? Qt::LeftToRight : Qt::RightToLeft);
     box.setWindowTitle(caption(request.title));
     // Plain text, one paragraph per line, each in its own direction: a screen reader
@@ -152,7 +160,7 @@ PromptAnswer QtPrompts::show(const MessageRequest& request)
 
 QString QtPrompts::inputBox(const InputRequest& request)
 {
-    QInputDialog dialog(m_parent);
+    QInputDialog dialog(owner());
     dialog.setLayoutDirection(Qt::RightToLeft);
     dialog.setWindowTitle(caption(request.title));
     dialog.setLabelText(hebrewParagraph(request.prompt));
@@ -162,17 +170,17 @@ QString QtPrompts::inputBox(const InputRequest& request)
 
 PromptResult<QString> QtPrompts::openFile(const FileRequest& request)
 {
-    return runFileDialog(m_parent, request, QFileDialog::AcceptOpen);
+    return runFileDialog(owner(), request, QFileDialog::AcceptOpen);
 }
 
 PromptResult<QString> QtPrompts::saveFile(const FileRequest& request)
 {
-    return runFileDialog(m_parent, request, QFileDialog::AcceptSave);
+    return runFileDialog(owner(), request, QFileDialog::AcceptSave);
 }
 
 PromptResult<QColor> QtPrompts::chooseColour(const QColor& initial)
 {
-    const QColor colour = QColorDialog::getColor(initial, m_parent);
+    const QColor colour = QColorDialog::getColor(initial, owner());
     if (!colour.isValid())
         return PromptResult<QColor>::cancelled();
     return {colour, {}};
@@ -189,7 +197,7 @@ PromptResult<PrinterRequest> QtPrompts::choosePrinter(const PrinterRequest& prop
     printer.setPageOrientation(proposal.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
     if (proposal.fromPage > 0)
         printer.setFromTo(proposal.fromPage, proposal.toPage);
-    QPrintDialog dialog(&printer, m_parent);
+    QPrintDialog dialog(&printer, owner());
     dialog.setLayoutDirection(Qt::RightToLeft);
     if (proposal.maxPage > 0)
         dialog.setMinMax(1, proposal.maxPage);

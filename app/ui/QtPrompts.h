@@ -23,7 +23,14 @@ public:
     void beep() override;
 
 private:
+    // The window the user works in, so that a box from a modeless window (the budget, the
+    // map) stands over it and gives the focus back to it; the main window otherwise.
+    // Right after a dialog closes no window is active yet: the box then goes to the
+    // window of the last prompt, which the window manager is about to activate again.
+    QWidget* owner() const;
+
     QPointer<QWidget> m_parent;
+    mutable QPointer<QWidget> m_lastOwner;
 };
 
 } // namespace velmora::ui

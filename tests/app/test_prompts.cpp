@@ -103,6 +103,33 @@ private slots:
         }
     }
 
+    void aBoxStandsOverTheWindowTheUserWorksIn()
+    {
+        QWidget main, ledger;
+        main.show();
+        ledger.show();
+        ledger.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&ledger));
+        ui::QtPrompts prompts(&main);
+        QWidget* owner = nullptr;
+        const auto answer = [&](QWidget* modal) {
+            owner = modal->parentWidget();
+            qobject_cast<QMessageBox*>(modal)->button(QMessageBox::Ok)->click();
+        };
+        {
+            test::NextModal box(answer);
+            prompts.message(QStringLiteral("א"));
+        }
+        QCOMPARE(owner, &ledger);
+        // Just after a dialog closed no window is active yet; the main window stays behind.
+        QApplication::setActiveWindow(nullptr);
+        {
+            test::NextModal box(answer);
+            prompts.message(QStringLiteral("ב"));
+        }
+        QCOMPARE(owner, &ledger);
+    }
+
     void theDialersBoxesReadLeftToRightAndACancelAnswersNothing()
     {
         ui::QtPrompts prompts;

@@ -1,0 +1,232 @@
+#include "RunningProgram.h"
+#include "TestMain.h"
+#include "TestWedding.h"
+
+#include "app/Twips.h"
+#include "app/ui/MainWindow.h"
+#include "budget/ui/BudgetWindow.h"
+#include "printing/ui/PrinterTarget.h"
+#include "store/Schema.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QClipboard>
+#include <QFile>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QStandardPaths>
+
+using namespace velmora;
+
+namespace {
+
+const QString BudgetSql = QStringLiteral("select * from VELMORA_BUDGET");
+
+// Types as the user does: the box's text selected, then key presses carrying their text.
+void typeInto(QLineEdit* box, const QString& text)
+{
+    box->setFocus();
+    QTest::keySequence(box, QKeySequence::SelectAll);
+    if (text.isEmpty())
+        QTest::keyClick(box, Qt::Key_Backspace);
+    else
+        QTest::keyClicks(box, text);
+}
+
+// Every pixel of `area` is within a few steps of `colour`.
+bool allNear(const QImage& image, const QRect& area, QColor colour)
+{
+    for (int y = area.top(); y <= area.bottom(); ++y)
+        for (int x = area.left(); x <= area.right(); ++x) {
+            const QColor c = image.pixelColor(x, y);
+            if (std::abs(c.red() - colour.red()) > 10 || std::abs(c.green() - colour.green()) > 10
+                || std::abs(c.blue() - colour.blue()) > 10)
+                return false;
+        }
+    return true;
+}
+
+} // namespace
+
+class BudgetWindowTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<test::TestWedding> m_wedding;
+    test::ScriptedPrompts m_prompts;
+    std::unique_ptr<ui::BudgetWindow> m_window;
+
+    ui::BudgetWindow& open()
+    {
+        m_window = std::make_unique<ui::BudgetWindow>(m_wedding->state, m_prompts);
+        m_window->setAttribute(Qt::WA_DeleteOnClose, false);
+        m_window->show();
+        m_window->activateWindow();
+        if (!QTest::qWaitForWindowActive(m_window.get()))
+            QTest::qFail("the ledger never became active", __FILE__, __LINE__);
+        return *m_window;
+    }
+
+private slots:
+    void init()
+    {
+        m_wedding = std::make_unique<test::TestWedding>();
+        m_wedding->createDatabase();
+    }
+
+    void cleanup()
+    {
+        m_window.reset();
+        m_prompts.verifyDone();
+    }
+
+    void aSecondPressBringsTheSameLedgerForward()
+    {
+        test::TestWedding wedding;
+        wedding.createWedding(100);
+        test::RunningProgram program;
+        QVERIFY(program.start(wedding.folder()));
+        ui::MainWindow& main = program.main();
+        main.toolButton(6)->trigger();
+        QPointer<ui::BudgetWindow> ledger = main.budgetWindow();
+        QVERIFY(ledger && ledger->isVisible());
+        QCOMPARE(ledger->windowTitle(), QStringLiteral("מאזן תקציבי"));
+        QCOMPARE(ledger->boxTexts(), QStringList(30, QStringLiteral("0")));
+        QCOMPARE(ledger->lblSum->text(), QStringLiteral("0"));
+        typeInto(ledger->txtBudgetBranch[2], QStringLiteral("450"));
+
+        // The window comes forward as it is, not read again.
+        main.activateWindow();
+        main.toolButton(6)->trigger();
+        QCOMPARE(main.budgetWindow(), ledger.data());
+        QVERIFY(QTest::qWaitForWindowActive(ledger));
+        QCOMPARE(ledger->txtBudgetBranch[2]->text(), QStringLiteral("450"));
+
+        // Closing loses the typed text without a question; the next press reads the file.
+        ledger->close();
+        QTRY_VERIFY(!ledger);
+        main.toolButton(6)->trigger();
+        QCOMPARE(main.budgetWindow()->boxTexts(), QStringList(30, QStringLiteral("0")));
+        program.stop();
+        program.prompts.verifyDone();
+    }
+
+    void tabWalksTheBoxesInIndexOrderAndEachReadsItsCaption()
+    {
+        ui::BudgetWindow& window = open();
+        window.txtBudgetBranch[0]->setFocus();
+        for (int i = 0; i < 30; ++i) {
+            QLineEdit* box = window.txtBudgetBranch[size_t(i)];
+            QCOMPARE(QApplication::focusWidget(), box);
+            QCOMPARE(box->geometry(), twipsRect(i < 15 ? 5640 : 480, 960 + 480 * (i % 15), 2895, 375));
+            QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(box);
+            QCOMPARE(reader->text(QAccessible::Name).trimmed(), store::budgetBranches()[size_t(i)].label);
+            QTest::keyClick(box, Qt::Key_Tab);
+        }
+        QCOMPARE(QApplication::focusWidget(), window.cmdUpdate);
+    }
+
+    void aBoxThatIsNoNumberGetsTheFocusThenTheSaveShowsWhatIsStored()
+    {
+        ui::BudgetWindow& window = open();
+        QApplication::clipboard()->setText(QStringLiteral("שמלת כלה"));
+        typeInto(window.txtBudgetBranch[4], {});
+        QTest::keySequence(window.txtBudgetBranch[4], QKeySequence::Paste);
+        typeInto(window.txtBudgetBranch[0], QStringLiteral("1,000"));
+        typeInto(window.txtBudgetBranch[29], QStringLiteral("-250.5"));
+        typeInto(window.txtBudgetBranch[20], QStringLiteral("1.2.3"));
+        typeInto(window.txtBudgetBranch[8], QStringLiteral("abc"));
+        const QStringList typed = window.boxTexts();
+        QCOMPARE(typed[4], QStringLiteral("שמלת כלה"));
+
+        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("השדות חייבים להכיל ערך מיספרי בלבד."));
+        QTest::mouseClick(window.cmdUpdate, Qt::LeftButton);
+        QVERIFY(m_prompts.verifyDone());
+        QCOMPARE(QApplication::focusWidget(), window.txtBudgetBranch[4]);
+        QCOMPARE(m_wedding->count(BudgetSql), 0);
+        QCOMPARE(window.boxTexts(), typed);
+
+        for (int box : {4, 8, 20})
+            typeInto(window.txtBudgetBranch[size_t(box)], QStringLiteral("0"));
+        QTest::mouseClick(window.cmdUpdate, Qt::LeftButton);
+        QCOMPARE(m_wedding->count(BudgetSql), 1);
+        QStringList shown(30, QStringLiteral("0"));
+        shown[0] = QStringLiteral("1000");
+        shown[29] = QStringLiteral("-250.5");
+        QCOMPARE(window.boxTexts(), shown);
+        QCOMPARE(window.lblSum->text(), QStringLiteral("749.5"));
+    }
+
+    void aFileThatWontOpenIsToldOnce()
+    {
+        QFile::remove(m_wedding->state.databaseFile());
+        QString why;
+        try {
+            store::Database::open(m_wedding->state.databaseFile());
+        } catch (const Failure& failure) {
+            why = failure.text();
+        }
+        QVERIFY(!why.isEmpty());
+        m_prompts.expectMessage(PromptIcon::Warning, why);
+        ui::BudgetWindow& window = open();
+        QCOMPARE(window.lblSum->text(), QStringLiteral("0"));
+        // A save has nowhere to go and says nothing.
+        QTest::mouseClick(window.cmdUpdate, Qt::LeftButton);
+    }
+
+    void printing_data()
+    {
+        QTest::addColumn<bool>("chosen");
+        QTest::addColumn<QString>("target"); // under the test's folder
+        QTest::addColumn<QString>("message");
+        QTest::newRow("to a PDF file") << true << "ledger.pdf" << "המאזן התקציבי הודפס";
+        QTest::newRow("cancelled: nothing said") << false << "" << "";
+        QTest::newRow("a printer that fails") << true << "missing/folder/ledger.pdf" << "ארעה שגיאת הדפסה";
+    }
+    void printing()
+    {
+        QFETCH(bool, chosen);
+        QFETCH(QString, target);
+        QFETCH(QString, message);
+
+        ui::BudgetWindow& window = open();
+        typeInto(window.txtBudgetBranch[0], QStringLiteral("777")); // printed although not saved
+        PrinterRequest choice;
+        choice.outputFile = m_wedding->folder() + u'/' + target;
+        m_prompts.expectPrinter(chosen ? std::optional(choice) : std::nullopt);
+        if (!message.isEmpty())
+            m_prompts.expectMessage(PromptIcon::None, message);
+        QTest::mouseDClick(window.imgPrint, Qt::LeftButton);
+        QVERIFY(m_prompts.verifyDone());
+        QVERIFY(window.imgPrint->isVisible());
+        QCOMPARE(m_wedding->count(BudgetSql), 0);
+        if (message != QStringLiteral("המאזן התקציבי הודפס"))
+            return;
+
+        // On screen the icon is there; on paper its place shows only the grey band.
+        const QRect icon = window.imgPrint->geometry().adjusted(2, 2, -2, -2);
+        const QColor band(0xE0, 0xE0, 0xE0);
+        QVERIFY(!allNear(window.grab().toImage(), icon, band));
+        const QString pdftoppm = QStandardPaths::findExecutable(QStringLiteral("pdftoppm"));
+        if (pdftoppm.isEmpty())
+            QSKIP("pdftoppm is needed to look at the page");
+        const QString png = m_wedding->folder() + QStringLiteral("/page");
+        QCOMPARE(QProcess::execute(pdftoppm, {QStringLiteral("-r"), QString::number(ScreenDpi), QStringLiteral("-png"),
+                                              QStringLiteral("-singlefile"), choice.outputFile, png}),
+                 0);
+        const QImage page(png + QStringLiteral(".png"));
+        QVERIFY(!page.isNull());
+        const QPoint origin = ui::printerFor(choice)->pageLayout().paintRectPixels(ScreenDpi).topLeft();
+        QVERIFY(allNear(page, icon.translated(origin), band));
+        // The band itself, the first box and the title are where the window has them.
+        const QRect sumLine = window.lblSum->geometry();
+        QVERIFY(allNear(page, QRect(origin + QPoint(sumLine.left() - 60, sumLine.top()), QSize(8, 8)), band));
+        const QRect box = window.txtBudgetBranch[0]->geometry().translated(origin);
+        QVERIFY(!allNear(page, box.adjusted(3, 3, -3, -3), Qt::white)); // "777" is on it
+        QVERIFY(allNear(page, QRect(box.topLeft() + QPoint(4, 4), QSize(20, 4)), Qt::white));
+    }
+};
+
+VELMORA_TEST_MAIN(BudgetWindowTest)
+#include "test_budgetwindow.moc"

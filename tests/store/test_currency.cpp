@@ -1,0 +1,97 @@
+#include "TestMain.h"
+
+#include "store/Currency.h"
+
+#include <cmath>
+#include <limits>
+
+using velmora::store::Currency;
+
+namespace {
+constexpr qint64 Max = Currency::MaxUnits;
+constexpr qint64 None = std::numeric_limits<qint64>::min(); // no value
+} // namespace
+
+class CurrencyTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    // Texts the budget's boxes meet; what the store does with them is in test_budget.
+    void amountsAsPeopleWriteThem_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("numeric");
+        QTest::addColumn<qint64>("units");
+
+        QTest::newRow("grouped thousands") << "12,345,678.5" << true << qint64(123456785000);
+        QTest::newRow("shekel before, blank") << "₪ 1,000.50" << true << qint64(10005000);
+        QTest::newRow("shekel after") << "250 ₪" << true << qint64(2500000);
+        QTest::newRow("sign after the shekel") << "₪-5" << true << qint64(-50000);
+        QTest::newRow("plus and blanks") << "  +7  " << true << qint64(70000);
+        QTest::newRow("exponent") << "1.5e3" << true << qint64(15000000);
+        QTest::newRow("negative exponent") << "25E-1" << true << qint64(25000);
+        QTest::newRow("point first") << ".5" << true << qint64(5000);
+        QTest::newRow("below half a unit") << "0.00004999" << true << qint64(0);
+        QTest::newRow("tiny exponent") << "1e-999999999999" << true << qint64(0);
+        QTest::newRow("leading zeros") << "000123.0400" << true << qint64(1230400);
+        QTest::newRow("largest") << "922337203685477.5807" << true << Max;
+        QTest::newRow("smallest") << "-922337203685477.5807" << true << -Max;
+        QTest::newRow("one unit over") << "922337203685477.5808" << true << None;
+        QTest::newRow("rounds over the top") << "922337203685477.58075" << true << None;
+        QTest::newRow("int64's own minimum") << "-922337203685477.5808" << true << None;
+        QTest::newRow("exponent too large") << "1e15" << true << None;
+        QTest::newRow("huge exponent") << "1e99999999999999999999" << true << None;
+        QTest::newRow("10,000 digits") << QString(10000, u'9') << true << None;
+
+        QTest::newRow("number then letters") << "12abc" << false << None;
+        QTest::newRow("two points") << "1.2.3" << false << None;
+        QTest::newRow("two signs") << "--5" << false << None;
+        QTest::newRow("signs around the shekel") << "-₪-5" << false << None;
+        QTest::newRow("two shekels") << "₪5₪" << false << None;
+        QTest::newRow("point alone") << "." << false << None;
+        QTest::newRow("group of two") << "10,00" << false << None;
+        QTest::newRow("group of four") << "1,2345" << false << None;
+        QTest::newRow("first group of four") << "1000,000" << false << None;
+        QTest::newRow("comma first") << ",5" << false << None;
+        QTest::newRow("grouping after the point") << "1.000,5" << false << None;
+        QTest::newRow("blank as group") << "1 000" << false << None;
+        QTest::newRow("exponent without digits") << "1e" << false << None;
+        QTest::newRow("other digits") << "١٢" << false << None;
+    }
+    void amountsAsPeopleWriteThem()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, numeric);
+        QFETCH(qint64, units);
+        QCOMPARE(Currency::isAmountText(text), numeric);
+        const std::optional<Currency> amount = Currency::fromAmountText(text);
+        QCOMPARE(amount ? amount->units : None, units);
+    }
+
+    void doublesRoundToTheNearestUnit_data()
+    {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<qint64>("units");
+        QTest::newRow("largest whole, exactly") << 922337203685477.0 << qint64(9223372036854770000);
+        QTest::newRow("next whole") << 922337203685478.0 << None;
+        QTest::newRow("not a number") << std::nan("") << None;
+        QTest::newRow("negative fraction") << -12.34567 << qint64(-123457);
+    }
+    void doublesRoundToTheNearestUnit()
+    {
+        QFETCH(double, value);
+        QFETCH(qint64, units);
+        const std::optional<Currency> amount = Currency::fromDouble(value);
+        QCOMPARE(amount ? amount->units : None, units);
+    }
+
+    void sumsStayInRange()
+    {
+        QCOMPARE(Currency::add(Currency{Max - 1}, Currency{1})->units, Max);
+        QVERIFY(!Currency::add(Currency{Max}, Currency{1}));
+        QVERIFY(!Currency::add(Currency{-Max}, Currency{-1}));
+    }
+};
+
+VELMORA_TEST_MAIN(CurrencyTest)
+#include "test_currency.moc"
