@@ -7,6 +7,8 @@
 #include <QColorDialog>
 #include <QDir>
 #include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPainter>
@@ -144,6 +146,18 @@ PromptAnswer QtPrompts::show(const MessageRequest& request)
         }
     }
     box.setDefaultButton(standard(request.defaultButton));
+    // A short text makes a narrow box whose title the window manager cuts ("Ve…ora"):
+    // a spacer keeps room for the whole title beside the frame's buttons, and the text
+    // keeps to the box's reading side when the box is wider than it.
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout())) {
+        const int titleWidth = box.fontMetrics().horizontalAdvance(box.windowTitle()) + 160;
+        grid->addItem(new QSpacerItem(titleWidth, 0, QSizePolicy::Minimum, QSizePolicy::Fixed), grid->rowCount(), 0, 1,
+                      grid->columnCount());
+    }
+    if (auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+        label->setSizePolicy(QSizePolicy::Expanding, label->sizePolicy().verticalPolicy());
+        label->setAlignment((request.leftToRight ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignAbsolute | Qt::AlignVCenter);
+    }
     switch (box.exec()) {
     case QMessageBox::Yes:
         return PromptAnswer::Yes;
