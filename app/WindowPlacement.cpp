@@ -17,7 +17,8 @@ qint64 distance(const QRect& area, QPoint point)
 
 } // namespace
 
-Placement PlaceOnScreens(const StoredPlacement& stored, QSize built, QSize minimum, const QList<QRect>& screens)
+Placement PlaceOnScreens(const StoredPlacement& stored, QSize built, QSize minimum, const QList<QRect>& screens,
+                         const QMargins& frame)
 {
     Placement placement;
     const int width = stored.width.value_or(0) > 0 ? *stored.width : built.width();
@@ -37,10 +38,12 @@ Placement PlaceOnScreens(const StoredPlacement& stored, QSize built, QSize minim
             }
         }
     }
-    placement.size = placement.size.boundedTo(area.size());
+    const QSize frameSize(frame.left() + frame.right(), frame.top() + frame.bottom());
+    placement.size = placement.size.boundedTo(area.size() - frameSize);
     if (positioned) {
-        placement.position = QPoint(std::clamp(*stored.left, area.left(), area.right() + 1 - placement.size.width()),
-                                    std::clamp(*stored.top, area.top(), area.bottom() + 1 - placement.size.height()));
+        const QSize outer = placement.size + frameSize;
+        placement.position = QPoint(std::clamp(*stored.left, area.left(), area.right() + 1 - outer.width()),
+                                    std::clamp(*stored.top, area.top(), area.bottom() + 1 - outer.height()));
     }
     return placement;
 }

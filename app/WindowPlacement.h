@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QMargins>
 #include <QPoint>
 #include <QRect>
 #include <QSize>
@@ -26,7 +27,9 @@ struct Placement {
 // Brings a stored placement onto the screens there are now (their available areas): onto
 // the screen that holds its top-left corner, or the nearest one when that monitor is gone;
 // no larger than that screen and wholly on it, so its title bar can always be reached.
-// Without a stored position only the size is given.
-Placement PlaceOnScreens(const StoredPlacement& stored, QSize built, QSize minimum, const QList<QRect>& screens);
+// Without a stored position only the size is given. The frame is what the window system
+// draws around the client area (title bar, borders): it must fit on the screen too.
+Placement PlaceOnScreens(const StoredPlacement& stored, QSize built, QSize minimum, const QList<QRect>& screens,
+                         const QMargins& frame = {});
 
 } // namespace velmora

@@ -630,15 +630,9 @@ bool MainWindow::load(TableMapWindow& tableMap)
             return twipsToPixels(*twips);
         return std::nullopt;
     };
-    QList<QRect> screens;
-    for (const QScreen* screen : QGuiApplication::screens())
-        screens.append(screen->availableGeometry());
-    const Placement placement = PlaceOnScreens({storedPixels(keys::MainLeft), storedPixels(keys::MainTop),
-                                                storedPixels(keys::MainWidth), storedPixels(keys::MainHeight)},
-                                               size(), minimumSizeHint(), screens);
-    resize(placement.size);
-    if (placement.position)
-        move(*placement.position); // the outer corner, title bar included
+    m_storedPlacement = {storedPixels(keys::MainLeft), storedPixels(keys::MainTop), storedPixels(keys::MainWidth),
+                         storedPixels(keys::MainHeight)};
+    placeOnScreens({});
     const QString savedState = m_store.read(keys::Window, QStringLiteral("0"));
     if (savedState == u"2")
         setWindowState(Qt::WindowMaximized);
@@ -770,6 +764,43 @@ void MainWindow::endProgram()
 {
     m_endRequested = true;
     close();
+}
+
+void MainWindow::placeOnScreens(const QMargins& frame)
+{
+    QList<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens.append(screen->availableGeometry());
+    const Placement placement = PlaceOnScreens(m_storedPlacement, m_designedSize, minimumSizeHint(), screens, frame);
+    resize(placement.size);
+    if (placement.position)
+        move(*placement.position); // the outer corner, title bar included
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (!std::exchange(m_shownOnce, true))
+        m_awaitingFrame = true;
+}
+
+void MainWindow::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    // The window system's frame is known only once it has put the shown window in place:
+    // the stored placement is then brought in again, so that a window that fills the screen
+    // keeps both its title bar and its status bar on it.
+    if (!m_awaitingFrame)
+        return;
+    const QRect outer = frameGeometry();
+    const QRect inner = geometry();
+    const QMargins frame(inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+                         outer.bottom() - inner.bottom());
+    if (frame.isNull())
+        return;
+    m_awaitingFrame = false;
+    if (windowState() == Qt::WindowNoState)
+        placeOnScreens(frame);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Settings.h"
+#include "app/WindowPlacement.h"
 #include "budget/ui/BudgetWindow.h"
 #include "guests/GuestList.h"
 #include "guests/GuestListModel.h"
@@ -82,6 +83,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -112,6 +115,10 @@ private:
     guests::ListView m_view;
     std::array<QString, 10> m_savedWidths;
     QSize m_designedSize;
+    StoredPlacement m_storedPlacement;
+    bool m_shownOnce = false;
+    bool m_awaitingFrame = false; // shown, and the window system's frame not yet seen
+    void placeOnScreens(const QMargins& frame);
     bool m_endRequested = false;
     bool m_loaded = false;
 

@@ -188,6 +188,15 @@ private slots:
         QCOMPARE(placed.position, position);
         QCOMPARE(placed.size, size);
     }
+
+    void aWindowFillingTheScreenKeepsItsFrameOnIt()
+    {
+        const QRect screen(0, 0, 1280, 800);
+        const QMargins frame(1, 20, 1, 4); // title bar and borders
+        const Placement placed = PlaceOnScreens({INT_MAX, INT_MAX, INT_MAX, INT_MAX}, {800, 450}, {300, 200}, {screen}, frame);
+        QCOMPARE(placed.size, QSize(1278, 776));
+        QVERIFY(screen.contains(QRect(*placed.position, placed.size).marginsAdded(QMargins(0, 0, 2, 24))));
+    }
 };
 
 VELMORA_TEST_MAIN(StartupTest)
