@@ -5,10 +5,14 @@
 #include "app/Twips.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
+#include "desktop/ui/AboutWindow.h"
+#include "desktop/ui/HelpWindow.h"
+#include "desktop/ui/WheelHook.h"
 #include "guests/Removal.h"
 #include "guests/ui/OptionsWindow.h"
 #include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
+#include "store/ExportImport.h"
 #include "store/Schema.h"
 
 #include <QAction>
@@ -20,6 +24,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTableView>
@@ -179,6 +184,29 @@ void MainWindow::wireCommands()
     });
     for (QLabel* panel : m_panels)
         panel->installEventFilter(this);
+
+    on("mnuExportDB", [this] { store::ExportWedding(m_state, m_prompts); });
+    on("mnuImportDB", [this] {
+        store::ImportWedding(m_state, m_prompts, [this] {
+            InitList(m_state.CurGroup, m_state.ListOrder);
+            if (m_endRequested)
+                return false;
+            if (m_tableMap) {
+                m_tableMap->InitTableSetting();
+                m_tableMap->ChangeTableViewMode(1);
+            }
+            return true;
+        });
+    });
+    auto showHelp = [this] { desktop::ui::ShowHelp(*this, m_helpFile); };
+    on("mnuProgramHelp", showHelp);
+    on("popHelp", showHelp);
+    connect(new QShortcut(QKeySequence::HelpContents, this, nullptr, nullptr, Qt::ApplicationShortcut),
+            &QShortcut::activated, this, showHelp);
+    on("mnuAboutProgram", [this] {
+        desktop::ui::AboutWindow about(m_prompts, this);
+        about.exec();
+    });
 }
 
 void MainWindow::onToolbar(QAction* button)
@@ -202,6 +230,12 @@ void MainWindow::onToolbar(QAction* button)
         break;
     case 12:
         openOptions();
+        break;
+    case 13:
+        action(QStringLiteral("mnuAboutProgram"))->trigger();
+        break;
+    case 14:
+        action(QStringLiteral("mnuProgramHelp"))->trigger();
         break;
     default:
         break; // commands of parts still to come
@@ -629,6 +663,7 @@ bool MainWindow::load(TableMapWindow& tableMap)
         return false;
     m_tableMap->InitTableSetting();
     m_tableMap->ChangeTableViewMode(1);
+    desktop::ui::HookMouseWheel(*m_grid);
     m_loaded = true;
     m_tmrDelay->start();
     return true;
@@ -753,6 +788,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         for (int column = 0; column < guests::ColumnCount; ++column)
             m_store.write(keys::ColWidth, column, QString::number(pixelsToTwips(m_grid->columnWidth(column))));
     }
+    desktop::ui::UnhookMouseWheel(*m_grid);
     m_tmrDelay->stop();
     if (m_tableMap)
         m_tableMap->ProgramClosing = true;

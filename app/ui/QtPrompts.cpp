@@ -125,8 +125,9 @@ PromptResult<QString> QtPrompts::openFile(const FileRequest& request)
 
 PromptResult<QString> QtPrompts::saveFile(const FileRequest& request)
 {
-    const QString path = QFileDialog::getSaveFileName(m_parent, request.title, startPath(request),
-                                                      qtFileFilter(request.filter));
+    const QString path = QFileDialog::getSaveFileName(
+        m_parent, request.title, startPath(request), qtFileFilter(request.filter), nullptr,
+        request.confirmOverwrite ? QFileDialog::Options() : QFileDialog::DontConfirmOverwrite);
     if (path.isEmpty())
         return PromptResult<QString>::cancelled();
     return {path, {}};
