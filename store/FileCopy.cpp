@@ -88,6 +88,24 @@ void syncFolder(const QString& file)
 
 StagedCopy::StagedCopy(const QString& source, const QString& target) : m_target(target)
 {
+    try {
+        write(source);
+    } catch (...) {
+        discard();
+        throw;
+    }
+}
+
+void StagedCopy::discard()
+{
+    if (!m_temporary.isEmpty())
+        ::unlink(QFile::encodeName(m_temporary).constData());
+    m_temporary.clear();
+}
+
+void StagedCopy::write(const QString& source)
+{
+    const QString& target = m_target;
     const QByteArray sourceName = QFile::encodeName(source);
     Descriptor in(::open(sourceName.constData(), O_RDONLY | O_CLOEXEC));
     if (in.get() < 0)
@@ -104,7 +122,7 @@ StagedCopy::StagedCopy(const QString& source, const QString& target) : m_target(
         + ".XXXXXX";
     Descriptor out(::mkstemp(pattern.data()));
     if (out.get() < 0)
-        fail(errno, target);
+        fail(errno == ENOENT ? ENOTDIR : errno, target); // the target's folder isn't there
     m_temporary = QFile::decodeName(pattern);
     ::fchmod(out.get(), info.st_mode & 07777);
 
@@ -134,8 +152,7 @@ StagedCopy::StagedCopy(const QString& source, const QString& target) : m_target(
 
 StagedCopy::~StagedCopy()
 {
-    if (!m_temporary.isEmpty())
-        ::unlink(QFile::encodeName(m_temporary).constData());
+    discard();
 }
 
 void StagedCopy::commit(bool overwrite)

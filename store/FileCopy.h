@@ -20,6 +20,9 @@ public:
     void commit(bool overwrite);
 
 private:
+    void write(const QString& source);
+    void discard();
+
     QString m_target;
     QString m_temporary;
 };

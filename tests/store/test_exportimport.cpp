@@ -1,0 +1,364 @@
+#include "RunningProgram.h"
+#include "TestMain.h"
+#include "TestWedding.h"
+
+#include "app/PendingFailure.h"
+#include "app/Wedding.h"
+#include "app/ui/MainWindow.h"
+#include "store/ExportImport.h"
+#include "store/FileCopy.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFileInfo>
+#include <QTableView>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace velmora;
+
+namespace {
+
+const QString ExportDone = QStringLiteral(".פעולת יצוא מבנה הנתונים הצליחה");
+const QString ImportDone = QStringLiteral(".פעולת יבוא מבנה הנתונים הצליחה");
+const QString ImportQuestion = QStringLiteral("פעולה זו מייבאת מבנה נתונים והגדרות\r\n?של חתונה חיצונית, להמשיך");
+const QString SourceMissing = QStringLiteral(".קובץ המקור לא נמצא");
+
+QByteArray bytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
+void write(const QString& path, const QByteArray& data)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QCOMPARE(file.write(data), data.size());
+}
+
+// Every file of a folder with its bytes: what "nothing changed" means.
+QMap<QString, QByteArray> snapshot(const QString& folder)
+{
+    QMap<QString, QByteArray> files;
+    const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+    for (const QString& name : names)
+        files.insert(name, bytes(folder + u'/' + name));
+    return files;
+}
+
+QString overwriteQuestion(const QString& path)
+{
+    return QStringLiteral("?") + path + QStringLiteral(" האם ברצונך לשכתב");
+}
+
+// Writes past `limit` bytes fail with EFBIG for as long as this lives, as on a full disk.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t limit)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_saved);
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit cut = m_saved;
+        cut.rlim_cur = limit;
+        setrlimit(RLIMIT_FSIZE, &cut);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_saved);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_saved{};
+    void (*m_handler)(int) = nullptr;
+};
+
+} // namespace
+
+class ExportImportTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<test::TestWedding> m_wedding;
+    std::unique_ptr<test::TestWedding> m_other; // the wedding brought in
+    QTemporaryDir m_away;                          // where exports go
+    test::RunningProgram m_program;
+    test::ScriptedPrompts& m_prompts = m_program.prompts;
+
+    QString app(const QString& name) const { return m_wedding->state.AppPath + name; }
+    QString other(const QString& name) const { return m_other->state.AppPath + name; }
+    QString away(const QString& name) const { return m_away.path() + u'/' + name; }
+    ui::MainWindow& main() const { return m_program.main(); }
+    int rows() const { return main().grid()->model()->rowCount(); }
+
+    void start() { QVERIFY(m_program.start(m_wedding->folder())); }
+    void trigger(const char* name) { main().action(QString::fromLatin1(name))->trigger(); }
+
+private slots:
+    void init()
+    {
+        m_wedding = std::make_unique<test::TestWedding>();
+        m_wedding->createWedding(100);
+        m_wedding->addInvitation(test::invitation("כהן", "דנה", 2, 1));
+        m_other = std::make_unique<test::TestWedding>();
+        m_other->createDatabase();
+        m_other->state.MaxTables = 30;
+        SaveOptions(m_other->state);
+        for (const char* family : {"אבן", "ברק", "גל"})
+            m_other->addInvitation(test::invitation(QString::fromUtf8(family), "יעל", 1, 1));
+        QDir(m_away.path()).removeRecursively();
+        QDir().mkpath(m_away.path());
+    }
+
+    void cleanup()
+    {
+        m_program.stop();
+        m_prompts.verifyDone();
+    }
+
+    void exportAsksWithTheProposedNamesAndFilters()
+    {
+        start();
+        m_prompts.expectSaveFile(away("w.mdb")).expectSaveFile(away("w.ini"));
+        m_prompts.expectMessage(PromptIcon::None, ExportDone);
+        trigger("mnuExportDB");
+        QCOMPARE(bytes(away("w.mdb")), bytes(app("Velmora.mdb")));
+        QCOMPARE(bytes(away("w.ini")), bytes(app("velmora.ini")));
+        const std::vector<FileRequest> requests(m_prompts.fileRequests().end() - 2, m_prompts.fileRequests().end());
+        QCOMPARE(requests[0].fileName, QStringLiteral("Velmora.mdb"));
+        QCOMPARE(requests[0].filter, QStringLiteral("Microsoft Database (*.mdb)|*.mdb"));
+        QCOMPARE(requests[1].fileName, QStringLiteral("velmora.ini"));
+        QCOMPARE(requests[1].filter, QStringLiteral("Windows Ini - File (*.ini)|*.ini"));
+        QVERIFY(!requests[0].confirmOverwrite); // the program asks its own question
+        QCOMPARE(QDir::currentPath() + u'/', m_wedding->state.AppPath);
+    }
+
+    void exportStopsWhereTheUserStops_data()
+    {
+        QTest::addColumn<bool>("databaseThere");
+        QTest::addColumn<bool>("cancelFirst");
+        QTest::addColumn<PromptAnswer>("overwrite");
+        QTest::addColumn<bool>("databaseCopied");
+        // Cancel at the first dialog: the settings dialog never opens.
+        QTest::newRow("cancel at the first dialog") << false << true << PromptAnswer::No << false;
+        // No to the overwrite: nothing is overwritten, no further dialog, no message.
+        QTest::newRow("no to the overwrite") << true << false << PromptAnswer::No << false;
+        // Yes: the file is replaced and the second dialog opens (cancelled here: no message).
+        QTest::newRow("yes to the overwrite") << true << false << PromptAnswer::Yes << true;
+    }
+
+    void exportStopsWhereTheUserStops()
+    {
+        QFETCH(bool, databaseThere);
+        QFETCH(bool, cancelFirst);
+        QFETCH(PromptAnswer, overwrite);
+        QFETCH(bool, databaseCopied);
+        const QByteArray earlier("an earlier export");
+        if (databaseThere)
+            write(away("w.mdb"), earlier);
+        start();
+        m_prompts.expectSaveFile(cancelFirst ? std::nullopt : std::optional(away("w.mdb")));
+        if (databaseThere) {
+            m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away("w.mdb")), DefaultCaption,
+                                PromptButtons::YesNo, PromptAnswer::No, overwrite);
+        }
+        if (overwrite == PromptAnswer::Yes)
+            m_prompts.expectSaveFile(std::nullopt);
+        trigger("mnuExportDB");
+        QCOMPARE(bytes(away("w.mdb")), databaseCopied ? bytes(app("Velmora.mdb"))
+                                                     : databaseThere ? earlier : QByteArray("<missing>"));
+        QCOMPARE(QDir(m_away.path()).entryList(QDir::Files | QDir::Hidden).size(), databaseThere ? 1 : 0);
+    }
+
+    void importBringsAWeddingInAndKeepsTheOldOne()
+    {
+        start();
+        const QByteArray oldDatabase = bytes(app("Velmora.mdb"));
+        const QByteArray oldSettings = bytes(app("velmora.ini"));
+        m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
+        m_prompts.expectOpenFile(other("Velmora.mdb")).expectOpenFile(other("velmora.ini"));
+        m_prompts.expectMessage(PromptIcon::None, ImportDone);
+        trigger("mnuImportDB");
+
+        QCOMPARE(bytes(app("Velmora.mdb")), bytes(other("Velmora.mdb")));
+        QCOMPARE(bytes(app("velmora.ini")), bytes(other("velmora.ini")));
+        QCOMPARE(bytes(app("Velmora.mdb.old")), oldDatabase);
+        QCOMPARE(bytes(app("velmora.ini.old")), oldSettings);
+        QCOMPARE(rows(), 3); // the list and the map show the new wedding at once
+        QCOMPARE(m_program.state.TableViewMode, quint8(1));
+        QCOMPARE(m_program.state.MaxTables, quint8(100)); // the options change at the next start
+        const std::vector<FileRequest> requests(m_prompts.fileRequests().end() - 2, m_prompts.fileRequests().end());
+        QCOMPARE(requests[0].filter, QStringLiteral("Microsoft Database (*.mdb)|*.mdb|Backup File (*.old)|*.old"));
+        QCOMPARE(requests[1].filter, QStringLiteral("Windows Ini - File (*.ini)|*.ini|Backup File (*.old)|*.old"));
+        QCOMPARE(requests[0].fileName, QStringLiteral("Velmora.mdb"));
+        QCOMPARE(requests[1].fileName, QStringLiteral("velmora.ini"));
+        // Only the wedding's own files and their backups: no copy left half-way.
+        QCOMPARE(snapshot(m_wedding->folder()).keys(),
+                 QStringList({"Velmora.mdb", "Velmora.mdb.old", "velmora.ini", "velmora.ini.old"}));
+    }
+
+    void importStopsQuietlyAndKeepsWhatWasCopied_data()
+    {
+        QTest::addColumn<PromptAnswer>("answer");
+        QTest::addColumn<bool>("databaseChosen");
+        QTest::addColumn<bool>("databaseReplaced");
+        QTest::newRow("no to the warning") << PromptAnswer::No << false << false;
+        QTest::newRow("cancel at the first dialog") << PromptAnswer::Yes << false << false;
+        // No rollback: the database stays replaced, with its backup beside it.
+        QTest::newRow("cancel at the second dialog") << PromptAnswer::Yes << true << true;
+    }
+
+    void importStopsQuietlyAndKeepsWhatWasCopied()
+    {
+        QFETCH(PromptAnswer, answer);
+        QFETCH(bool, databaseChosen);
+        QFETCH(bool, databaseReplaced);
+        start();
+        const auto before = snapshot(m_wedding->folder());
+        m_prompts.expectQuestion(ImportQuestion, answer, QStringLiteral("אזהרת מערכת"));
+        if (answer == PromptAnswer::Yes)
+            m_prompts.expectOpenFile(databaseChosen ? std::optional(other("Velmora.mdb")) : std::nullopt);
+        if (databaseChosen)
+            m_prompts.expectOpenFile(std::nullopt);
+        trigger("mnuImportDB");
+        const auto after = snapshot(m_wedding->folder());
+        if (!databaseReplaced) {
+            QCOMPARE(after, before);
+            return;
+        }
+        QCOMPARE(after.value("Velmora.mdb"), bytes(other("Velmora.mdb")));
+        QCOMPARE(after.value("Velmora.mdb.old"), before.value("Velmora.mdb"));
+        QCOMPARE(after.value("velmora.ini"), before.value("velmora.ini"));
+        QVERIFY(!after.contains("velmora.ini.old"));
+    }
+
+    void aTypedSourceThatIsntThereChangesNothing()
+    {
+        start();
+        write(app("Velmora.mdb.old"), "a backup from before");
+        const auto before = snapshot(m_wedding->folder());
+        m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
+        m_prompts.expectOpenFile(away("typed by hand.mdb"));
+        m_prompts.expectMessage(PromptIcon::None, SourceMissing);
+        trigger("mnuImportDB");
+        QCOMPARE(snapshot(m_wedding->folder()), before);
+    }
+
+    void aBackupChosenGoesBackAndTheReplacedFileBecomesTheBackup()
+    {
+        start();
+        const QByteArray first = bytes(app("Velmora.mdb"));
+        for (int round = 1; round <= 3; ++round) {
+            m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
+            // First the other wedding comes in; then the backup is chosen, twice over.
+            m_prompts.expectOpenFile(round == 1 ? other("Velmora.mdb") : app("Velmora.mdb.old"));
+            m_prompts.expectOpenFile(round == 1 ? other("velmora.ini") : app("velmora.ini.old"));
+            m_prompts.expectMessage(PromptIcon::None, ImportDone);
+            trigger("mnuImportDB");
+            const bool back = round % 2 == 0;
+            QCOMPARE(bytes(app("Velmora.mdb")), back ? first : bytes(other("Velmora.mdb")));
+            QCOMPARE(bytes(app("Velmora.mdb.old")), back ? bytes(other("Velmora.mdb")) : first);
+            QCOMPARE(rows(), back ? 1 : 3);
+        }
+    }
+
+    void twoImportsInARowKeepOnlyTheLastBackup()
+    {
+        start();
+        test::TestWedding third;
+        third.createDatabase();
+        third.addInvitation(test::invitation("דוד", "נוי", 4, 0));
+        SaveOptions(third.state);
+        const QByteArray first = bytes(app("Velmora.mdb"));
+        for (const test::TestWedding* from : {m_other.get(), &third}) {
+            m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
+            m_prompts.expectOpenFile(from->state.databaseFile()).expectOpenFile(from->state.iniFile());
+            m_prompts.expectMessage(PromptIcon::None, ImportDone);
+            trigger("mnuImportDB");
+        }
+        QCOMPARE(bytes(app("Velmora.mdb")), bytes(third.state.databaseFile()));
+        QCOMPARE(bytes(app("Velmora.mdb.old")), bytes(other("Velmora.mdb")));
+        QVERIFY(bytes(app("Velmora.mdb.old")) != first);
+        QCOMPARE(bytes(app("velmora.ini.old")), bytes(other("velmora.ini")));
+    }
+
+    void aFileThatIsntADatabaseEndsTheProgramAndTheBackupStays()
+    {
+        start();
+        const QByteArray oldDatabase = bytes(app("Velmora.mdb"));
+        write(away("notes.mdb"), "shopping list, not a wedding");
+        m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
+        m_prompts.expectOpenFile(away("notes.mdb")).expectOpenFile(other("velmora.ini"));
+        m_prompts.expectMessage(PromptIcon::Critical,
+                                QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה\r\nwww.velmora.co.il\r\n"
+                                               "support@velmora.co.il"),
+                                QStringLiteral("שדרוג גירסת תוכנה"));
+        m_prompts.expectMapSaveQuestion(); // the end of the program, as ever
+        trigger("mnuImportDB");
+        QVERIFY(main().endRequested());
+        QVERIFY(!main().isVisible());
+        QCOMPARE(bytes(app("Velmora.mdb")), QByteArray("shopping list, not a wedding"));
+        QCOMPARE(bytes(app("Velmora.mdb.old")), oldDatabase);
+    }
+
+    // A write that fails part-way (a full disk) leaves every file of the wedding whole.
+    void aFailingWriteLeavesTheFilesWhole_data()
+    {
+        QTest::addColumn<int>("incoming");  // bytes of the chosen file
+        QTest::addColumn<int>("current");   // bytes of the wedding's database
+        QTest::addColumn<bool>("exporting");
+        QTest::newRow("import: the incoming file doesn't fit") << 300000 << 2000 << false;
+        QTest::newRow("import: the backup doesn't fit") << 2000 << 300000 << false;
+        QTest::newRow("export over an earlier copy") << 2000 << 300000 << true;
+    }
+
+    void aFailingWriteLeavesTheFilesWhole()
+    {
+        QFETCH(int, incoming);
+        QFETCH(int, current);
+        QFETCH(bool, exporting);
+        WeddingState& state = m_wedding->state;
+        write(app("Velmora.mdb"), QByteArray(current, 'c'));
+        write(app("Velmora.mdb.old"), "the backup kept from before");
+        write(away("chosen.mdb"), QByteArray(incoming, 'i'));
+        const auto before = snapshot(m_wedding->folder());
+        const QByteArray chosen = bytes(away("chosen.mdb"));
+
+        PendingFailure pending;
+        {
+            const FileSizeLimit disk(100000);
+            if (exporting) {
+                m_prompts.expectSaveFile(away("chosen.mdb"));
+                m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away("chosen.mdb")), DefaultCaption,
+                                    PromptButtons::YesNo, PromptAnswer::No, PromptAnswer::Yes);
+                QVERIFY(store::ExportFile(state, m_prompts, store::DatabaseFileName, pending));
+            } else {
+                m_prompts.expectOpenFile(away("chosen.mdb"));
+                QVERIFY(store::ImportFile(state, m_prompts, store::DatabaseFileName, pending));
+            }
+        }
+        QVERIFY(pending);
+        QCOMPARE(pending.failure().number(), 61);
+        QVERIFY(pending.failure().text().startsWith(QStringLiteral("אין די מקום בדיסק לקובץ")));
+        QCOMPARE(snapshot(m_wedding->folder()), before);
+        QCOMPARE(bytes(away("chosen.mdb")), chosen);
+        QCOMPARE(QDir(m_away.path()).entryList(QDir::Files | QDir::Hidden), QStringList("chosen.mdb"));
+    }
+
+    void theExportCommandReportsAFailedCopyOnce()
+    {
+        start();
+        // Both copies fail; the first failure is the one told, after the second dialog.
+        m_prompts.expectSaveFile(away("gone/w.mdb")).expectSaveFile(away("gone/w.ini"));
+        m_prompts.expectMessage(PromptIcon::Warning,
+                                QStringLiteral("!פעולת יצוא מבנה הנתונים נכשלה\r\nהנתיב '%1' לא נמצא.")
+                                    .arg(away("gone/w.mdb")));
+        trigger("mnuExportDB");
+        QVERIFY(!QFileInfo::exists(away("gone")));
+    }
+};
+
+VELMORA_TEST_MAIN(ExportImportTest)
+#include "test_exportimport.moc"
