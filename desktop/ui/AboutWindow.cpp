@@ -12,6 +12,8 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPushButton>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 #include <QVBoxLayout>
 
 namespace velmora::desktop::ui {
@@ -90,6 +92,23 @@ QPixmap envelope()
     return pixmap;
 }
 
+// A painter starts with the application's direction, not its widget's: without this an
+// English button text in this right-to-left program shows as "...System Info".
+class EnglishButton : public QPushButton {
+public:
+    EnglishButton(const QString& text, QWidget* parent) : QPushButton(text, parent) {}
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QStylePainter painter(this);
+        painter.setLayoutDirection(layoutDirection());
+        QStyleOptionButton option;
+        initStyleOption(&option);
+        painter.drawControl(QStyle::CE_PushButton, option);
+    }
+};
+
 QLabel* picture(const QString& name, const QPixmap& pixmap, QWidget* parent)
 {
     auto* label = new QLabel(parent);
@@ -130,11 +149,11 @@ AboutWindow::AboutWindow(Prompts& prompts, QWidget* parent) : QDialog(parent), m
     m_web = link(QStringLiteral("lblWeb"), product::WebAddress, WebLink);
     m_mail = link(QStringLiteral("lblMail"), product::SupportMail, MailLink);
 
-    auto* ok = new QPushButton(QStringLiteral("OK"), this);
+    auto* ok = new EnglishButton(QStringLiteral("OK"), this);
     ok->setObjectName(QStringLiteral("cmdOK"));
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-    auto* sysInfo = new QPushButton(QStringLiteral("&System Info..."), this);
+    auto* sysInfo = new EnglishButton(QStringLiteral("&System Info..."), this);
     sysInfo->setObjectName(QStringLiteral("cmdSysInfo"));
     connect(sysInfo, &QPushButton::clicked, this, [this] { StartSysInfo(m_prompts); });
 
@@ -170,7 +189,7 @@ AboutWindow::AboutWindow(Prompts& prompts, QWidget* parent) : QDialog(parent), m
     layout->addSpacing(6);
     layout->addWidget(line);
     layout->addLayout(bottom);
-    setFixedWidth(420);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 QLabel* AboutWindow::link(const QString& name, const QString& address, quint8 kind)

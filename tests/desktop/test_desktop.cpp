@@ -320,8 +320,9 @@ private slots:
             webRead = QAccessible::queryAccessibleInterface(box->lblWeb())->text(QAccessible::Name);
             for (QLabel* link : {box->lblWeb(), box->lblMail()})
                 QTest::mouseClick(link, Qt::LeftButton, {}, QPoint(link->width() / 2, link->height() / 2));
-            QCOMPARE(modal->findChild<QPushButton*>(QStringLiteral("cmdSysInfo"))->text(),
-                     QStringLiteral("&System Info..."));
+            auto* sysInfo = modal->findChild<QPushButton*>(QStringLiteral("cmdSysInfo"));
+            QCOMPARE(sysInfo->text(), QStringLiteral("&System Info..."));
+            QCOMPARE(sysInfo->layoutDirection(), Qt::LeftToRight); // its texts are English
             modal->findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
         });
         main.toolButton(13)->trigger();
