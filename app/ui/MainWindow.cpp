@@ -490,7 +490,7 @@ void MainWindow::buildMenus()
     action(QStringLiteral("popShowTablesMap"))->setCheckable(true);
     for (const auto& [name, caption] : {std::pair{"popIgnoreCnfNotOk", "הסתר מוזמנים שלא מגיעים וודאית"},
                                         std::pair{"popIgnoreNotCnf", "הסתר מוזמנים שלא אישרו עדיין"},
-                                        std::pair{"popOptions", "...הגדרות"}, std::pair{"popHelp", "עזרה..."}}) {
+                                        std::pair{"popOptions", "...הגדרות"}, std::pair{"popHelp", "...עזרה"}}) {
         auto* act = new QAction(QString::fromUtf8(caption), this);
         act->setObjectName(QString::fromLatin1(name));
     }

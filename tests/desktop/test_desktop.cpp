@@ -192,17 +192,21 @@ private slots:
     void theManualOpensFromEveryHelpCommand_data()
     {
         QTest::addColumn<QString>("command");
-        QTest::newRow("menu") << "mnuProgramHelp";
-        QTest::newRow("pop-up") << "popHelp";
-        QTest::newRow("button 14") << "Toolbar1_14";
-        QTest::newRow("F1") << "F1";
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("menu") << "mnuProgramHelp" << "עזרה...";
+        QTest::newRow("pop-up") << "popHelp" << "...עזרה";
+        QTest::newRow("button 14") << "Toolbar1_14" << "עזרה";
+        QTest::newRow("F1") << "F1" << QString();
     }
 
     void theManualOpensFromEveryHelpCommand()
     {
         QFETCH(QString, command);
+        QFETCH(QString, caption);
         ui::MainWindow& main = start();
         QVERIFY(!helpWindow());
+        if (!caption.isEmpty())
+            QCOMPARE(main.findChild<QAction*>(command)->text(), caption);
         for (int time = 0; time < 2; ++time) { // the second time, the same window comes forward
             if (command == u"F1") {
                 main.activateWindow();
