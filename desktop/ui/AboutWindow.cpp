@@ -64,7 +64,9 @@ QPixmap rings()
     return pixmap;
 }
 
-QPixmap house()
+// The small pictures beside the links: wine lines on a light orange fill.
+template <class Draw>
+QPixmap linkPicture(Draw&& draw)
 {
     QPixmap pixmap(20, 20);
     pixmap.fill(Qt::transparent);
@@ -72,24 +74,26 @@ QPixmap house()
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(Wine, 1.5));
     painter.setBrush(QColor(255, 224, 192));
-    painter.drawPolygon(QPolygonF({QPointF(2, 10), QPointF(10, 2), QPointF(18, 10)}));
-    painter.drawRect(QRectF(4.5, 10, 11, 8));
-    painter.setBrush(Wine);
-    painter.drawRect(QRectF(8.5, 13, 3, 5));
+    draw(painter);
     return pixmap;
+}
+
+QPixmap house()
+{
+    return linkPicture([](QPainter& painter) {
+        painter.drawPolygon(QPolygonF({QPointF(2, 10), QPointF(10, 2), QPointF(18, 10)}));
+        painter.drawRect(QRectF(4.5, 10, 11, 8));
+        painter.setBrush(Wine);
+        painter.drawRect(QRectF(8.5, 13, 3, 5));
+    });
 }
 
 QPixmap envelope()
 {
-    QPixmap pixmap(20, 20);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(Wine, 1.5));
-    painter.setBrush(QColor(255, 224, 192));
-    painter.drawRect(QRectF(2, 5, 16, 11));
-    painter.drawPolyline(QPolygonF({QPointF(2, 5), QPointF(10, 11.5), QPointF(18, 5)}));
-    return pixmap;
+    return linkPicture([](QPainter& painter) {
+        painter.drawRect(QRectF(2, 5, 16, 11));
+        painter.drawPolyline(QPolygonF({QPointF(2, 5), QPointF(10, 11.5), QPointF(18, 5)}));
+    });
 }
 
 // A painter starts with the application's direction, not its widget's: without this an

@@ -17,7 +17,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTableView>
 #include <QTextBlock>
 #include <QTextBrowser>
@@ -175,18 +174,6 @@ private slots:
         QCOMPARE(topRow(), previous);
         wheel({0, 120});
         QCOMPARE(topRow(), previous - 1);
-    }
-
-    void aSidewaysWheelIsLeftToTheColumns()
-    {
-        ui::MainWindow& main = start();
-        main.resize(400, main.height()); // narrower than the columns
-        QScrollBar* across = grid().horizontalScrollBar();
-        QTRY_VERIFY(across->maximum() > 0);
-        const int before = across->value();
-        wheel({-120, 0});
-        QCOMPARE(topRow(), 1);
-        QVERIFY(across->value() != before);
     }
 
     void theManualOpensFromEveryHelpCommand_data()
