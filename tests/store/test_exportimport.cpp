@@ -1,3 +1,4 @@
+#include "Modal.h"
 #include "RunningProgram.h"
 #include "TestMain.h"
 #include "TestWedding.h"
@@ -5,11 +6,13 @@
 #include "app/PendingFailure.h"
 #include "app/Wedding.h"
 #include "app/ui/MainWindow.h"
+#include "app/ui/QtPrompts.h"
 #include "store/ExportImport.h"
 #include "store/FileCopy.h"
 
 #include <QAction>
 #include <QDir>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QTableView>
 
@@ -170,6 +173,48 @@ private slots:
         QCOMPARE(bytes(away("w.mdb")), databaseCopied ? bytes(app("Velmora.mdb"))
                                                      : databaseThere ? earlier : QByteArray("<missing>"));
         QCOMPARE(QDir(m_away.path()).entryList(QDir::Files | QDir::Hidden).size(), databaseThere ? 1 : 0);
+    }
+
+    // The real dialogs: the filters as Qt takes them, the proposed name, and no question of
+    // the dialog's own before the program's.
+    void theRealDialogsShowTheFiltersAndTheProposedName_data()
+    {
+        QTest::addColumn<bool>("exporting");
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QStringList>("filters");
+        QTest::newRow("export of the database") << true << "Velmora.mdb" << QStringList{"Microsoft Database (*.mdb)"};
+        QTest::newRow("import of the settings")
+            << false << "velmora.ini" << QStringList{"Windows Ini - File (*.ini)", "Backup File (*.old)"};
+    }
+
+    void theRealDialogsShowTheFiltersAndTheProposedName()
+    {
+        QFETCH(bool, exporting);
+        QFETCH(QString, fileName);
+        QFETCH(QStringList, filters);
+        ui::QtPrompts prompts;
+        QFileDialog* shown = nullptr;
+        QStringList shownFilters;
+        QString proposed;
+        bool asksItself = true;
+        test::NextModal dialog([&](QWidget* modal) {
+            shown = qobject_cast<QFileDialog*>(modal);
+            if (shown) {
+                shownFilters = shown->nameFilters();
+                proposed = QFileInfo(shown->selectedFiles().value(0)).fileName();
+                asksItself = !shown->testOption(QFileDialog::DontConfirmOverwrite);
+            }
+            QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+        });
+        PendingFailure pending;
+        QVERIFY(!(exporting ? store::ExportFile(m_wedding->state, prompts, fileName, pending)
+                            : store::ImportFile(m_wedding->state, prompts, fileName, pending)));
+        QVERIFY(shown);
+        QCOMPARE(shownFilters, filters);
+        QCOMPARE(proposed, fileName);
+        if (exporting)
+            QVERIFY(!asksItself);
+        QVERIFY(!pending);
     }
 
     void importBringsAWeddingInAndKeepsTheOldOne()
