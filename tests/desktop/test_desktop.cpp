@@ -17,6 +17,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTextBlock>
 #include <QTextBrowser>
@@ -79,9 +80,9 @@ private:
         return m_program.main().findChild<desktop::ui::HelpWindow*>();
     }
 
-    void wheel(QPoint angle, QPoint pixels = {})
+    void wheel(QPoint angle, QPoint pixels = {}, bool overScrollBar = false)
     {
-        QWidget* viewport = grid().viewport();
+        QWidget* viewport = overScrollBar ? static_cast<QWidget*>(grid().verticalScrollBar()) : grid().viewport();
         const QPointF at(viewport->width() / 2.0, viewport->height() / 2.0);
         QWheelEvent event(at, viewport->mapToGlobal(at), pixels, angle, Qt::NoButton, Qt::NoModifier,
                           Qt::NoScrollPhase, false);
@@ -127,21 +128,24 @@ private slots:
     {
         QTest::addColumn<QPoint>("angle");
         QTest::addColumn<QPoint>("pixels");
+        QTest::addColumn<bool>("overScrollBar");
         QTest::addColumn<int>("moved");
-        QTest::newRow("one notch down") << QPoint(0, -120) << QPoint() << 1;
-        QTest::newRow("a fast flick down") << QPoint(0, -240) << QPoint() << 1;
-        QTest::newRow("a huge step down") << QPoint(0, -1200) << QPoint() << 1;
-        QTest::newRow("a fine step down") << QPoint(0, -15) << QPoint() << 1;
-        QTest::newRow("a touchpad's pixels down") << QPoint() << QPoint(0, -15) << 1;
-        QTest::newRow("one notch up") << QPoint(0, 120) << QPoint() << -1;
-        QTest::newRow("a touchpad's pixels up") << QPoint() << QPoint(0, 4) << -1;
-        QTest::newRow("an empty step") << QPoint() << QPoint() << 0;
+        QTest::newRow("one notch down") << QPoint(0, -120) << QPoint() << false << 1;
+        QTest::newRow("a fast flick down") << QPoint(0, -240) << QPoint() << false << 1;
+        QTest::newRow("a huge step down") << QPoint(0, -1200) << QPoint() << false << 1;
+        QTest::newRow("a fine step down") << QPoint(0, -15) << QPoint() << false << 1;
+        QTest::newRow("a touchpad's pixels down") << QPoint() << QPoint(0, -15) << false << 1;
+        QTest::newRow("one notch up") << QPoint(0, 120) << QPoint() << false << -1;
+        QTest::newRow("a touchpad's pixels up") << QPoint() << QPoint(0, 4) << false << -1;
+        QTest::newRow("an empty step") << QPoint() << QPoint() << false << 0;
+        QTest::newRow("one notch over the scroll bar") << QPoint(0, -120) << QPoint() << true << 1;
     }
 
     void eachWheelStepMovesTheListOneRow()
     {
         QFETCH(QPoint, angle);
         QFETCH(QPoint, pixels);
+        QFETCH(bool, overScrollBar);
         QFETCH(int, moved);
         start();
         grid().selectionModel()->setCurrentIndex(grid().model()->index(1, 0),
@@ -149,7 +153,7 @@ private slots:
         wheel({0, -120});
         wheel({0, -120});
         QCOMPARE(topRow(), 3);
-        wheel(angle, pixels);
+        wheel(angle, pixels, overScrollBar);
         QCOMPARE(topRow(), 3 + moved);
         // The current row and the selection stay where they were.
         QCOMPARE(grid().currentIndex().row(), 1);
