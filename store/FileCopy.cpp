@@ -79,7 +79,8 @@ void writeAll(int fd, const char* data, ssize_t size, const QString& path)
 void syncFolder(const QString& file)
 {
     // The rename is only lasting once the folder itself is on disk.
-    const Descriptor folder(::open(QFile::encodeName(QFileInfo(file).absolutePath()).constData(), O_RDONLY | O_DIRECTORY));
+    const QByteArray path = QFile::encodeName(QFileInfo(file).absolutePath());
+    const Descriptor folder(::open(path.constData(), O_RDONLY | O_DIRECTORY));
     if (folder.get() >= 0)
         ::fsync(folder.get());
 }
