@@ -22,19 +22,22 @@ bool isDatabase(const QString& fileName)
     return fileName.compare(DatabaseFileName, Qt::CaseInsensitive) == 0;
 }
 
-FileRequest dialogFor(const QString& fileName, const QString& filter)
+FileRequest dialogFor(const QString& fileName, const QString& filter, const QString& folder)
 {
     FileRequest request;
     request.fileName = fileName;
     request.filter = filter;
+    request.initialDir = folder;
     return request;
 }
 
 // A dialog that didn't give a path: a cancel is quiet, anything else is shown.
-bool chosen(const PromptResult<QString>& result, Prompts& prompts)
+bool chosen(const PromptResult<QString>& result, Prompts& prompts, QString& folder)
 {
-    if (result)
+    if (result) {
+        folder = QFileInfo((*result).trimmed()).absolutePath();
         return true;
+    }
     if (result.failure.number() != CancelFailureNumber)
         prompts.warning(result.failure.text());
     return false;
@@ -53,13 +56,14 @@ QString ImportFilter(const QString& fileName)
     return ExportFilter(fileName) + QStringLiteral("|Backup File (*.old)|*.old");
 }
 
-bool ExportFile(const WeddingState& state, Prompts& prompts, const QString& fileName, PendingFailure& pending)
+bool ExportFile(const WeddingState& state, Prompts& prompts, const QString& fileName, PendingFailure& pending,
+                QString& folder)
 {
     const QString source = state.AppPath + fileName;
-    FileRequest request = dialogFor(fileName, ExportFilter(fileName));
+    FileRequest request = dialogFor(fileName, ExportFilter(fileName), folder);
     request.confirmOverwrite = false; // the question below is the one asked
     const PromptResult<QString> target = prompts.saveFile(request);
-    if (!chosen(target, prompts))
+    if (!chosen(target, prompts, folder))
         return false;
 
     try {
@@ -82,10 +86,11 @@ bool ExportFile(const WeddingState& state, Prompts& prompts, const QString& file
     return true;
 }
 
-bool ImportFile(WeddingState& state, Prompts& prompts, const QString& fileName, PendingFailure& pending)
+bool ImportFile(WeddingState& state, Prompts& prompts, const QString& fileName, PendingFailure& pending,
+                QString& folder)
 {
-    const PromptResult<QString> source = prompts.openFile(dialogFor(fileName, ImportFilter(fileName)));
-    if (!chosen(source, prompts))
+    const PromptResult<QString> source = prompts.openFile(dialogFor(fileName, ImportFilter(fileName), folder));
+    if (!chosen(source, prompts, folder))
         return false;
     if (!FileExists(*source)) {
         prompts.message(QStringLiteral(".קובץ המקור לא נמצא"));
@@ -107,9 +112,10 @@ bool ImportFile(WeddingState& state, Prompts& prompts, const QString& fileName, 
 void ExportWedding(WeddingState& state, Prompts& prompts)
 {
     PendingFailure pending;
-    if (!ExportFile(state, prompts, DatabaseFileName, pending))
+    QString folder;
+    if (!ExportFile(state, prompts, DatabaseFileName, pending, folder))
         return;
-    if (!ExportFile(state, prompts, SettingsFileName, pending))
+    if (!ExportFile(state, prompts, SettingsFileName, pending, folder))
         return;
     QDir::setCurrent(state.AppPath);
     if (pending)
@@ -135,9 +141,10 @@ void ImportWedding(WeddingState& state, Prompts& prompts, const std::function<bo
         if (state.WeddingDb.isOpen())
             state.WeddingDb.close();
     });
-    if (!ImportFile(state, prompts, DatabaseFileName, pending))
+    QString folder;
+    if (!ImportFile(state, prompts, DatabaseFileName, pending, folder))
         return;
-    if (!ImportFile(state, prompts, SettingsFileName, pending))
+    if (!ImportFile(state, prompts, SettingsFileName, pending, folder))
         return;
     pending.attempt([&] { state.WeddingDb = Database::open(state.databaseFile()); });
     if (!reload())

@@ -20,16 +20,21 @@ inline const QString BackupSuffix = QStringLiteral(".old");
 QString ExportFilter(const QString& fileName);
 QString ImportFilter(const QString& fileName);
 
+// `folder` is where the file dialog opens (empty: the wedding's folder); it becomes the
+// folder of the file chosen, so that the second file of a pair is looked for beside the first.
+
 // Copies AppPath + fileName to a place the user picks; asks before it overwrites.
 // False when the user stopped it or a dialog failed (that failure was shown); a failed
 // copy is kept in `pending` for the command to report.
-bool ExportFile(const WeddingState& state, Prompts& prompts, const QString& fileName, PendingFailure& pending);
+bool ExportFile(const WeddingState& state, Prompts& prompts, const QString& fileName, PendingFailure& pending,
+                QString& folder);
 
 // Brings a file the user picks over AppPath + fileName, keeping the file it replaces as
 // fileName + ".old". The chosen file is copied in whole before the backup is made, so a
 // backup chosen to go back to is never lost; the file is replaced only once its backup
 // is complete. False when the user stopped it or the source isn't there.
-bool ImportFile(WeddingState& state, Prompts& prompts, const QString& fileName, PendingFailure& pending);
+bool ImportFile(WeddingState& state, Prompts& prompts, const QString& fileName, PendingFailure& pending,
+                QString& folder);
 
 // mnuExportDB: the database, then the settings, and one message at the end.
 void ExportWedding(WeddingState& state, Prompts& prompts);

@@ -121,56 +121,76 @@ private slots:
         m_prompts.verifyDone();
     }
 
-    void exportAsksWithTheProposedNamesAndFilters()
-    {
-        start();
-        m_prompts.expectSaveFile(away("w.mdb")).expectSaveFile(away("w.ini"));
-        m_prompts.expectMessage(PromptIcon::None, ExportDone);
-        trigger("mnuExportDB");
-        QCOMPARE(bytes(away("w.mdb")), bytes(app("Velmora.mdb")));
-        QCOMPARE(bytes(away("w.ini")), bytes(app("velmora.ini")));
-        QCOMPARE(QDir::currentPath() + u'/', m_wedding->state.AppPath);
-    }
-
+    // The export command, dialog by dialog. `second` is the path given at the settings'
+    // dialog: "-" when that dialog never opens, empty for a cancel.
     void exportStopsWhereTheUserStops_data()
     {
-        QTest::addColumn<bool>("databaseThere");
-        QTest::addColumn<bool>("cancelFirst");
+        QTest::addColumn<bool>("earlier"); // an earlier export stands at the first path
+        QTest::addColumn<QString>("first"); // empty: cancel
         QTest::addColumn<PromptAnswer>("overwrite");
+        QTest::addColumn<QString>("second");
         QTest::addColumn<bool>("databaseCopied");
-        // Cancel at the first dialog: the settings dialog never opens.
-        QTest::newRow("cancel at the first dialog") << false << true << PromptAnswer::No << false;
-        // No to the overwrite: nothing is overwritten, no further dialog, no message.
-        QTest::newRow("no to the overwrite") << true << false << PromptAnswer::No << false;
-        // Yes: the file is replaced and the second dialog opens (cancelled here: no message).
-        QTest::newRow("yes to the overwrite") << true << false << PromptAnswer::Yes << true;
+        QTest::addColumn<QString>("message");
+        QTest::newRow("both files copied") << false << "w.mdb" << PromptAnswer::No << "w.ini" << true << ExportDone;
+        // The settings dialog never opens.
+        QTest::newRow("cancel at the first dialog") << false << "" << PromptAnswer::No << "-" << false << "";
+        // Nothing is overwritten, no further dialog, no message.
+        QTest::newRow("no to the overwrite") << true << "w.mdb" << PromptAnswer::No << "-" << false << "";
+        // The file is replaced and the second dialog opens; its cancel stops quietly.
+        QTest::newRow("yes to the overwrite") << true << "w.mdb" << PromptAnswer::Yes << "" << true << "";
+        // Both copies fail; the first failure is told once, after the second dialog.
+        QTest::newRow("both copies fail") << false << "gone/w.mdb" << PromptAnswer::No << "gone/w.ini" << false
+                                          << "!פעולת יצוא מבנה הנתונים נכשלה\r\nהנתיב '%1' לא נמצא.";
     }
 
     void exportStopsWhereTheUserStops()
     {
-        QFETCH(bool, databaseThere);
-        QFETCH(bool, cancelFirst);
+        QFETCH(bool, earlier);
+        QFETCH(QString, first);
         QFETCH(PromptAnswer, overwrite);
+        QFETCH(QString, second);
         QFETCH(bool, databaseCopied);
-        const QByteArray earlier("an earlier export");
-        if (databaseThere)
-            write(away("w.mdb"), earlier);
+        QFETCH(QString, message);
+        const QByteArray earlierBytes("an earlier export");
+        if (earlier)
+            write(away("w.mdb"), earlierBytes);
         start();
-        m_prompts.expectSaveFile(cancelFirst ? std::nullopt : std::optional(away("w.mdb")));
-        if (databaseThere) {
-            m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away("w.mdb")), DefaultCaption,
+        const auto asked = m_prompts.fileRequests().size();
+        m_prompts.expectSaveFile(first.isEmpty() ? std::nullopt : std::optional(away(first)));
+        if (earlier) {
+            m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away(first)), DefaultCaption,
                                 PromptButtons::YesNo, PromptAnswer::No, overwrite);
         }
-        if (overwrite == PromptAnswer::Yes)
-            m_prompts.expectSaveFile(std::nullopt);
+        if (second != u"-")
+            m_prompts.expectSaveFile(second.isEmpty() ? std::nullopt : std::optional(away(second)));
+        if (!message.isEmpty()) {
+            m_prompts.expectMessage(message.startsWith(u'!') ? PromptIcon::Warning : PromptIcon::None,
+                                    message.contains(u'%') ? message.arg(away(first)) : message);
+        }
         trigger("mnuExportDB");
+
         QCOMPARE(bytes(away("w.mdb")), databaseCopied ? bytes(app("Velmora.mdb"))
-                                                     : databaseThere ? earlier : QByteArray("<missing>"));
-        QCOMPARE(QDir(m_away.path()).entryList(QDir::Files | QDir::Hidden).size(), databaseThere ? 1 : 0);
+                                       : earlier      ? earlierBytes
+                                                      : QByteArray("<missing>"));
+        QStringList left; // and no copy left half-way, no folder made
+        if (second == u"w.ini")
+            left << "w.ini";
+        if (earlier || databaseCopied)
+            left << "w.mdb";
+        QCOMPARE(QDir(m_away.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), left);
+        if (second == u"w.ini")
+            QCOMPARE(bytes(away("w.ini")), bytes(app("velmora.ini")));
+        // The settings are looked for beside the database; the wedding's folder is current again.
+        const auto& requests = m_prompts.fileRequests();
+        QCOMPARE(requests.size() - asked, second == u"-" ? 1u : 2u);
+        if (second != u"-")
+            QCOMPARE(requests.back().initialDir, QFileInfo(away(first)).absolutePath());
+        if (!message.isEmpty())
+            QCOMPARE(QDir::currentPath() + u'/', m_wedding->state.AppPath);
     }
 
-    // The real dialogs: the filters as Qt takes them, the proposed name, and no question of
-    // the dialog's own before the program's.
+    // The real dialogs: the filters as Qt takes them, the proposed name in the folder given,
+    // and no question of the dialog's own before the program's.
     void theRealDialogsShowTheFiltersAndTheProposedName_data()
     {
         QTest::addColumn<bool>("exporting");
@@ -198,42 +218,21 @@ private slots:
             shown = qobject_cast<QFileDialog*>(modal);
             if (shown) {
                 shownFilters = shown->nameFilters();
-                proposed = QFileInfo(shown->selectedFiles().value(0)).fileName();
+                proposed = shown->selectedFiles().value(0);
                 asksItself = !shown->testOption(QFileDialog::DontConfirmOverwrite);
             }
             QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
         });
         PendingFailure pending;
-        QVERIFY(!(exporting ? store::ExportFile(m_wedding->state, prompts, fileName, pending)
-                            : store::ImportFile(m_wedding->state, prompts, fileName, pending)));
+        QString folder = m_away.path();
+        QVERIFY(!(exporting ? store::ExportFile(m_wedding->state, prompts, fileName, pending, folder)
+                            : store::ImportFile(m_wedding->state, prompts, fileName, pending, folder)));
         QVERIFY(shown);
         QCOMPARE(shownFilters, filters);
-        QCOMPARE(proposed, fileName);
+        QCOMPARE(proposed, away(fileName));
         if (exporting)
             QVERIFY(!asksItself);
         QVERIFY(!pending);
-    }
-
-    void importBringsAWeddingInAndKeepsTheOldOne()
-    {
-        start();
-        const QByteArray oldDatabase = bytes(app("Velmora.mdb"));
-        const QByteArray oldSettings = bytes(app("velmora.ini"));
-        m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
-        m_prompts.expectOpenFile(other("Velmora.mdb")).expectOpenFile(other("velmora.ini"));
-        m_prompts.expectMessage(PromptIcon::None, ImportDone);
-        trigger("mnuImportDB");
-
-        QCOMPARE(bytes(app("Velmora.mdb")), bytes(other("Velmora.mdb")));
-        QCOMPARE(bytes(app("velmora.ini")), bytes(other("velmora.ini")));
-        QCOMPARE(bytes(app("Velmora.mdb.old")), oldDatabase);
-        QCOMPARE(bytes(app("velmora.ini.old")), oldSettings);
-        QCOMPARE(rows(), 3); // the list and the map show the new wedding at once
-        QCOMPARE(m_program.state.TableViewMode, quint8(1));
-        QCOMPARE(m_program.state.MaxTables, quint8(100)); // the options change at the next start
-        // Only the wedding's own files and their backups: no copy left half-way.
-        QCOMPARE(snapshot(m_wedding->folder()).keys(),
-                 QStringList({"Velmora.mdb", "Velmora.mdb.old", "velmora.ini", "velmora.ini.old"}));
     }
 
     void importStopsQuietlyAndKeepsWhatWasCopied_data()
@@ -279,14 +278,16 @@ private slots:
         QCOMPARE(after.value("velmora.ini.old"), before.value("velmora.ini.old"));
     }
 
-    // Two imports in a row and going back: each import's backup replaces the one before.
-    void aBackupChosenGoesBackAndTheReplacedFileBecomesTheBackup()
+    // The other wedding comes in, then its backup is chosen, twice over: two imports in a
+    // row, and each import's backup replaces the one before.
+    void importBringsAWeddingInAndABackupGoesBack()
     {
         start();
         const QByteArray first = bytes(app("Velmora.mdb"));
+        const QByteArray firstSettings = bytes(app("velmora.ini"));
         for (int round = 1; round <= 3; ++round) {
+            const auto asked = m_prompts.fileRequests().size();
             m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
-            // First the other wedding comes in; then the backup is chosen, twice over.
             m_prompts.expectOpenFile(round == 1 ? other("Velmora.mdb") : app("Velmora.mdb.old"));
             m_prompts.expectOpenFile(round == 1 ? other("velmora.ini") : app("velmora.ini.old"));
             m_prompts.expectMessage(PromptIcon::None, ImportDone);
@@ -294,8 +295,18 @@ private slots:
             const bool back = round % 2 == 0;
             QCOMPARE(bytes(app("Velmora.mdb")), back ? first : bytes(other("Velmora.mdb")));
             QCOMPARE(bytes(app("Velmora.mdb.old")), back ? bytes(other("Velmora.mdb")) : first);
-            QCOMPARE(rows(), back ? 1 : 3);
+            QCOMPARE(bytes(app("velmora.ini")), back ? firstSettings : bytes(other("velmora.ini")));
+            QCOMPARE(bytes(app("velmora.ini.old")), back ? bytes(other("velmora.ini")) : firstSettings);
+            QCOMPARE(rows(), back ? 1 : 3); // the list and the map show it at once
+            QCOMPARE(m_program.state.TableViewMode, quint8(1));
+            // The settings are looked for beside the database chosen.
+            QCOMPARE(m_prompts.fileRequests().size() - asked, 2u);
+            QCOMPARE(m_prompts.fileRequests().back().initialDir,
+                     QFileInfo(round == 1 ? other("x") : app("x")).absolutePath());
         }
+        QCOMPARE(m_program.state.MaxTables, quint8(100)); // the options change at the next start
+        QCOMPARE(snapshot(m_wedding->folder()).keys(),
+                 QStringList({"Velmora.mdb", "Velmora.mdb.old", "velmora.ini", "velmora.ini.old"}));
     }
 
     void aFileThatIsntADatabaseEndsTheProgramAndTheBackupStays()
@@ -341,16 +352,17 @@ private slots:
         const QByteArray chosen = bytes(away("chosen.mdb"));
 
         PendingFailure pending;
+        QString folder;
         {
             const FileSizeLimit disk(100000);
             if (exporting) {
                 m_prompts.expectSaveFile(away("chosen.mdb"));
                 m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away("chosen.mdb")), DefaultCaption,
                                     PromptButtons::YesNo, PromptAnswer::No, PromptAnswer::Yes);
-                QVERIFY(store::ExportFile(state, m_prompts, store::DatabaseFileName, pending));
+                QVERIFY(store::ExportFile(state, m_prompts, store::DatabaseFileName, pending, folder));
             } else {
                 m_prompts.expectOpenFile(away("chosen.mdb"));
-                QVERIFY(store::ImportFile(state, m_prompts, store::DatabaseFileName, pending));
+                QVERIFY(store::ImportFile(state, m_prompts, store::DatabaseFileName, pending, folder));
             }
         }
         QVERIFY(pending);
@@ -359,18 +371,6 @@ private slots:
         QCOMPARE(snapshot(m_wedding->folder()), before);
         QCOMPARE(bytes(away("chosen.mdb")), chosen);
         QCOMPARE(QDir(m_away.path()).entryList(QDir::Files | QDir::Hidden), QStringList("chosen.mdb"));
-    }
-
-    void theExportCommandReportsAFailedCopyOnce()
-    {
-        start();
-        // Both copies fail; the first failure is the one told, after the second dialog.
-        m_prompts.expectSaveFile(away("gone/w.mdb")).expectSaveFile(away("gone/w.ini"));
-        m_prompts.expectMessage(PromptIcon::Warning,
-                                QStringLiteral("!פעולת יצוא מבנה הנתונים נכשלה\r\nהנתיב '%1' לא נמצא.")
-                                    .arg(away("gone/w.mdb")));
-        trigger("mnuExportDB");
-        QVERIFY(!QFileInfo::exists(away("gone")));
     }
 };
 
