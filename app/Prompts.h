@@ -40,6 +40,7 @@ struct FileRequest {
     QString filter;
     QString fileName;   // proposed name
     QString initialDir;
+    bool confirmOverwrite = true; // false: the caller asks its own question
 };
 
 struct PrinterRequest {

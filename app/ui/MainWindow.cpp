@@ -9,10 +9,14 @@
 #include "app/WindowPlacement.h"
 #include "app/ui/HebrewText.h"
 #include "app/ui/TypedKeys.h"
+#include "desktop/ui/AboutWindow.h"
+#include "desktop/ui/HelpWindow.h"
+#include "desktop/ui/WheelHook.h"
 #include "guests/Removal.h"
 #include "guests/ui/OptionsWindow.h"
 #include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
+#include "store/ExportImport.h"
 #include "store/Schema.h"
 #include "telephony/ui/DialerWindow.h"
 
@@ -26,6 +30,7 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTableView>
@@ -186,6 +191,32 @@ void MainWindow::wireCommands()
     });
     for (QLabel* panel : m_panels)
         panel->installEventFilter(this);
+
+    on("mnuExportDB", [this] { store::ExportWedding(m_state, m_prompts); });
+    on("mnuImportDB", [this] {
+        store::ImportWedding(m_state, m_prompts, [this] {
+            InitList(m_state.CurGroup, m_state.ListOrder);
+            if (m_endRequested)
+                return false;
+            // An open ledger still holds the file the import replaced: it moves to the new one.
+            if (m_budget)
+                m_budget->reopen();
+            if (m_tableMap) {
+                m_tableMap->InitTableSetting();
+                m_tableMap->ChangeTableViewMode(1);
+            }
+            return true;
+        });
+    });
+    auto showHelp = [this] { desktop::ui::ShowHelp(*this, m_helpFile); };
+    on("mnuProgramHelp", showHelp);
+    on("popHelp", showHelp);
+    connect(new QShortcut(QKeySequence::HelpContents, this, nullptr, nullptr, Qt::ApplicationShortcut),
+            &QShortcut::activated, this, showHelp);
+    on("mnuAboutProgram", [this] {
+        desktop::ui::AboutWindow about(m_prompts, this);
+        about.exec();
+    });
 }
 
 void MainWindow::onToolbar(QAction* button)
@@ -215,6 +246,12 @@ void MainWindow::onToolbar(QAction* button)
         break;
     case 12:
         openOptions();
+        break;
+    case 13:
+        action(QStringLiteral("mnuAboutProgram"))->trigger();
+        break;
+    case 14:
+        action(QStringLiteral("mnuProgramHelp"))->trigger();
         break;
     default:
         break; // commands of parts still to come
@@ -658,6 +695,7 @@ bool MainWindow::load(TableMapWindow& tableMap)
         return false;
     m_tableMap->InitTableSetting();
     m_tableMap->ChangeTableViewMode(1);
+    desktop::ui::HookMouseWheel(*m_grid);
     m_loaded = true;
     m_tmrDelay->start();
     return true;
@@ -822,6 +860,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         for (int column = 0; column < guests::ColumnCount; ++column)
             m_store.write(keys::ColWidth, column, QString::number(pixelsToTwips(m_grid->columnWidth(column))));
     }
+    desktop::ui::UnhookMouseWheel(*m_grid);
     m_tmrDelay->stop();
     if (m_tableMap)
         m_tableMap->ProgramClosing = true;

@@ -73,6 +73,9 @@ PromptResult<QString> runFileDialog(QWidget* parent, const FileRequest& request,
     dialog.setAcceptMode(mode);
     // An open dialog too returns a typed name that isn't there: the caller says so in its own words.
     dialog.setFileMode(QFileDialog::AnyFile);
+    // The program asks its own overwrite question where it has one.
+    if (!request.confirmOverwrite)
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
     for (const char* name : {"lookInCombo", "fileNameEdit", "listView", "treeView", "sidebar"}) {
         if (auto* widget = dialog.findChild<QWidget*>(QLatin1String(name)))
             widget->setLayoutDirection(Qt::LeftToRight);

@@ -97,6 +97,12 @@ BudgetWindow::BudgetWindow(WeddingState& state, Prompts& prompts, QWidget* paren
     setFont(QFont(QStringLiteral("Arial"), 9));
     setFixedSize(twipsToPixels(ClientWidth), twipsToPixels(ClientHeight));
     build();
+    reopen();
+}
+
+void BudgetWindow::reopen()
+{
+    m_ledger.close();
     try {
         m_ledger.open(m_state.databaseFile());
     } catch (const Failure& failure) {

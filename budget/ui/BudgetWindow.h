@@ -42,6 +42,8 @@ public:
     ~BudgetWindow() override;
 
     void LoadBudget();
+    // Lets go of the connection and opens the wedding's database anew, as after an import.
+    void reopen();
     store::Currency SumOfBudget();
     bool budgetIsNew() const { return m_ledger.isNew(); }
     QStringList boxTexts() const;

@@ -1,0 +1,375 @@
+#include "Modal.h"
+#include "RunningProgram.h"
+#include "TestMain.h"
+#include "TestWedding.h"
+
+#include "app/PendingFailure.h"
+#include "app/Wedding.h"
+#include "app/ui/MainWindow.h"
+#include "app/ui/QtPrompts.h"
+#include "store/ExportImport.h"
+#include "store/FileCopy.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QTableView>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace velmora;
+
+namespace {
+
+const QString ExportDone = QStringLiteral(".פעולת יצוא מבנה הנתונים הצליחה");
+const QString ImportDone = QStringLiteral(".פעולת יבוא מבנה הנתונים הצליחה");
+const QString ImportQuestion = QStringLiteral("פעולה זו מייבאת מבנה נתונים והגדרות\r\n?של חתונה חיצונית, להמשיך");
+const QString SourceMissing = QStringLiteral(".קובץ המקור לא נמצא");
+
+QByteArray bytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
+void write(const QString& path, const QByteArray& data)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QCOMPARE(file.write(data), data.size());
+}
+
+// Every file of a folder with its bytes: what "nothing changed" means.
+QMap<QString, QByteArray> snapshot(const QString& folder)
+{
+    QMap<QString, QByteArray> files;
+    const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+    for (const QString& name : names)
+        files.insert(name, bytes(folder + u'/' + name));
+    return files;
+}
+
+QString overwriteQuestion(const QString& path)
+{
+    return QStringLiteral("?") + path + QStringLiteral(" האם ברצונך לשכתב");
+}
+
+// Writes past `limit` bytes fail with EFBIG for as long as this lives, as on a full disk.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t limit)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_saved);
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit cut = m_saved;
+        cut.rlim_cur = limit;
+        setrlimit(RLIMIT_FSIZE, &cut);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_saved);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_saved{};
+    void (*m_handler)(int) = nullptr;
+};
+
+} // namespace
+
+class ExportImportTest : public QObject {
+    Q_OBJECT
+
+private:
+    std::unique_ptr<test::TestWedding> m_wedding;
+    std::unique_ptr<test::TestWedding> m_other; // the wedding brought in
+    QTemporaryDir m_away;                          // where exports go
+    test::RunningProgram m_program;
+    test::ScriptedPrompts& m_prompts = m_program.prompts;
+
+    QString app(const QString& name) const { return m_wedding->state.AppPath + name; }
+    QString other(const QString& name) const { return m_other->state.AppPath + name; }
+    QString away(const QString& name) const { return m_away.path() + u'/' + name; }
+    ui::MainWindow& main() const { return m_program.main(); }
+    int rows() const { return main().grid()->model()->rowCount(); }
+
+    void start() { QVERIFY(m_program.start(m_wedding->folder())); }
+    void trigger(const char* name) { main().action(QString::fromLatin1(name))->trigger(); }
+
+private slots:
+    void init()
+    {
+        m_wedding = std::make_unique<test::TestWedding>();
+        m_wedding->createWedding(100);
+        m_wedding->addInvitation(test::invitation("כהן", "דנה", 2, 1));
+        m_other = std::make_unique<test::TestWedding>();
+        m_other->createDatabase();
+        m_other->state.MaxTables = 30;
+        SaveOptions(m_other->state);
+        for (const char* family : {"אבן", "ברק", "גל"})
+            m_other->addInvitation(test::invitation(QString::fromUtf8(family), "יעל", 1, 1));
+        QDir(m_away.path()).removeRecursively();
+        QDir().mkpath(m_away.path());
+    }
+
+    void cleanup()
+    {
+        m_program.stop();
+        m_prompts.verifyDone();
+    }
+
+    // The export command, dialog by dialog. `second` is the path given at the settings'
+    // dialog: "-" when that dialog never opens, empty for a cancel.
+    void exportStopsWhereTheUserStops_data()
+    {
+        QTest::addColumn<bool>("earlier"); // an earlier export stands at the first path
+        QTest::addColumn<QString>("first"); // empty: cancel
+        QTest::addColumn<PromptAnswer>("overwrite");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<bool>("databaseCopied");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("both files copied") << false << "w.mdb" << PromptAnswer::No << "w.ini" << true << ExportDone;
+        // The settings dialog never opens.
+        QTest::newRow("cancel at the first dialog") << false << "" << PromptAnswer::No << "-" << false << "";
+        // Nothing is overwritten, no further dialog, no message.
+        QTest::newRow("no to the overwrite") << true << "w.mdb" << PromptAnswer::No << "-" << false << "";
+        // The file is replaced and the second dialog opens; its cancel stops quietly.
+        QTest::newRow("yes to the overwrite") << true << "w.mdb" << PromptAnswer::Yes << "" << true << "";
+        // Both copies fail; the first failure is told once, after the second dialog.
+        QTest::newRow("both copies fail") << false << "gone/w.mdb" << PromptAnswer::No << "gone/w.ini" << false
+                                          << "!פעולת יצוא מבנה הנתונים נכשלה\r\nהנתיב '%1' לא נמצא.";
+    }
+
+    void exportStopsWhereTheUserStops()
+    {
+        QFETCH(bool, earlier);
+        QFETCH(QString, first);
+        QFETCH(PromptAnswer, overwrite);
+        QFETCH(QString, second);
+        QFETCH(bool, databaseCopied);
+        QFETCH(QString, message);
+        const QByteArray earlierBytes("an earlier export");
+        if (earlier)
+            write(away("w.mdb"), earlierBytes);
+        start();
+        const auto asked = m_prompts.fileRequests().size();
+        m_prompts.expectSaveFile(first.isEmpty() ? std::nullopt : std::optional(away(first)));
+        if (earlier) {
+            m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away(first)), DefaultCaption,
+                                PromptButtons::YesNo, PromptAnswer::No, overwrite);
+        }
+        if (second != u"-")
+            m_prompts.expectSaveFile(second.isEmpty() ? std::nullopt : std::optional(away(second)));
+        if (!message.isEmpty()) {
+            m_prompts.expectMessage(message.startsWith(u'!') ? PromptIcon::Warning : PromptIcon::None,
+                                    message.contains(u'%') ? message.arg(away(first)) : message);
+        }
+        trigger("mnuExportDB");
+
+        QCOMPARE(bytes(away("w.mdb")), databaseCopied ? bytes(app("Velmora.mdb"))
+                                       : earlier      ? earlierBytes
+                                                      : QByteArray("<missing>"));
+        QStringList left; // and no copy left half-way, no folder made
+        if (second == u"w.ini")
+            left << "w.ini";
+        if (earlier || databaseCopied)
+            left << "w.mdb";
+        QCOMPARE(QDir(m_away.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), left);
+        if (second == u"w.ini")
+            QCOMPARE(bytes(away("w.ini")), bytes(app("velmora.ini")));
+        // The settings are looked for beside the database; the wedding's folder is current again.
+        const auto& requests = m_prompts.fileRequests();
+        QCOMPARE(requests.size() - asked, second == u"-" ? 1u : 2u);
+        if (second != u"-")
+            QCOMPARE(requests.back().initialDir, QFileInfo(away(first)).absolutePath());
+        if (!message.isEmpty())
+            QCOMPARE(QDir::currentPath() + u'/', m_wedding->state.AppPath);
+    }
+
+    // The real dialogs: the filters as Qt takes them, the proposed name in the folder given,
+    // and no question of the dialog's own before the program's.
+    void theRealDialogsShowTheFiltersAndTheProposedName_data()
+    {
+        QTest::addColumn<bool>("exporting");
+        QTest::addColumn<QString>("fileName");
+        QTest::addColumn<QStringList>("filters");
+        QTest::newRow("export of the database") << true << "Velmora.mdb" << QStringList{"Microsoft Database (*.mdb)"};
+        QTest::newRow("export of the settings") << true << "velmora.ini" << QStringList{"Windows Ini - File (*.ini)"};
+        QTest::newRow("import of the database")
+            << false << "Velmora.mdb" << QStringList{"Microsoft Database (*.mdb)", "Backup File (*.old)"};
+        QTest::newRow("import of the settings")
+            << false << "velmora.ini" << QStringList{"Windows Ini - File (*.ini)", "Backup File (*.old)"};
+    }
+
+    void theRealDialogsShowTheFiltersAndTheProposedName()
+    {
+        QFETCH(bool, exporting);
+        QFETCH(QString, fileName);
+        QFETCH(QStringList, filters);
+        ui::QtPrompts prompts;
+        QFileDialog* shown = nullptr;
+        QStringList shownFilters;
+        QString proposed;
+        bool asksItself = true;
+        test::NextModal dialog([&](QWidget* modal) {
+            shown = qobject_cast<QFileDialog*>(modal);
+            if (shown) {
+                shownFilters = shown->nameFilters();
+                proposed = shown->selectedFiles().value(0);
+                asksItself = !shown->testOption(QFileDialog::DontConfirmOverwrite);
+            }
+            QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+        });
+        PendingFailure pending;
+        QString folder = m_away.path();
+        QVERIFY(!(exporting ? store::ExportFile(m_wedding->state, prompts, fileName, pending, folder)
+                            : store::ImportFile(m_wedding->state, prompts, fileName, pending, folder)));
+        QVERIFY(shown);
+        QCOMPARE(shownFilters, filters);
+        QCOMPARE(proposed, away(fileName));
+        if (exporting)
+            QVERIFY(!asksItself);
+        QVERIFY(!pending);
+    }
+
+    void importStopsQuietlyAndKeepsWhatWasCopied_data()
+    {
+        QTest::addColumn<PromptAnswer>("answer");
+        QTest::addColumn<QString>("database"); // chosen in the first dialog; empty: cancel
+        QTest::addColumn<bool>("databaseReplaced");
+        QTest::newRow("no to the warning") << PromptAnswer::No << QString() << false;
+        QTest::newRow("cancel at the first dialog") << PromptAnswer::Yes << QString() << false;
+        // Nothing in the folder changes, the earlier backup included.
+        QTest::newRow("a typed path that isn't there") << PromptAnswer::Yes << "typed by hand.mdb" << false;
+        // No rollback: the database stays replaced, with its backup beside it.
+        QTest::newRow("cancel at the second dialog") << PromptAnswer::Yes << "other" << true;
+    }
+
+    void importStopsQuietlyAndKeepsWhatWasCopied()
+    {
+        QFETCH(PromptAnswer, answer);
+        QFETCH(QString, database);
+        QFETCH(bool, databaseReplaced);
+        start();
+        write(app("velmora.ini.old"), "a backup from before");
+        const auto before = snapshot(m_wedding->folder());
+        m_prompts.expectQuestion(ImportQuestion, answer, QStringLiteral("אזהרת מערכת"));
+        if (answer == PromptAnswer::Yes) {
+            m_prompts.expectOpenFile(database.isEmpty() ? std::nullopt
+                                     : database == u"other" ? std::optional(other("Velmora.mdb"))
+                                                            : std::optional(away(database)));
+        }
+        if (databaseReplaced)
+            m_prompts.expectOpenFile(std::nullopt);
+        else if (!database.isEmpty())
+            m_prompts.expectMessage(PromptIcon::None, SourceMissing);
+        trigger("mnuImportDB");
+        auto expected = before;
+        if (databaseReplaced) {
+            expected["Velmora.mdb"] = bytes(other("Velmora.mdb"));
+            expected["Velmora.mdb.old"] = before.value("Velmora.mdb");
+        }
+        QCOMPARE(snapshot(m_wedding->folder()), expected);
+    }
+
+    // The other wedding comes in, then its backup is chosen, twice over: two imports in a
+    // row, and each import's backup replaces the one before.
+    void importBringsAWeddingInAndABackupGoesBack()
+    {
+        start();
+        const QByteArray first = bytes(app("Velmora.mdb"));
+        const QByteArray firstSettings = bytes(app("velmora.ini"));
+        for (int round = 1; round <= 3; ++round) {
+            const auto asked = m_prompts.fileRequests().size();
+            m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
+            m_prompts.expectOpenFile(round == 1 ? other("Velmora.mdb") : app("Velmora.mdb.old"));
+            m_prompts.expectOpenFile(round == 1 ? other("velmora.ini") : app("velmora.ini.old"));
+            m_prompts.expectMessage(PromptIcon::None, ImportDone);
+            trigger("mnuImportDB");
+            const bool back = round % 2 == 0;
+            QCOMPARE(bytes(app("Velmora.mdb")), back ? first : bytes(other("Velmora.mdb")));
+            QCOMPARE(bytes(app("Velmora.mdb.old")), back ? bytes(other("Velmora.mdb")) : first);
+            QCOMPARE(bytes(app("velmora.ini")), back ? firstSettings : bytes(other("velmora.ini")));
+            QCOMPARE(bytes(app("velmora.ini.old")), back ? bytes(other("velmora.ini")) : firstSettings);
+            QCOMPARE(rows(), back ? 1 : 3); // the list and the map show it at once
+            QCOMPARE(m_program.state.TableViewMode, quint8(1));
+            // The settings are looked for beside the database chosen.
+            QCOMPARE(m_prompts.fileRequests().size() - asked, 2u);
+            QCOMPARE(m_prompts.fileRequests().back().initialDir,
+                     QFileInfo(round == 1 ? other("x") : app("x")).absolutePath());
+        }
+        QCOMPARE(m_program.state.MaxTables, quint8(100)); // the options change at the next start
+        QCOMPARE(snapshot(m_wedding->folder()).keys(),
+                 QStringList({"Velmora.mdb", "Velmora.mdb.old", "velmora.ini", "velmora.ini.old"}));
+    }
+
+    void aFileThatIsntADatabaseEndsTheProgramAndTheBackupStays()
+    {
+        start();
+        const QByteArray oldDatabase = bytes(app("Velmora.mdb"));
+        write(away("notes.mdb"), "shopping list, not a wedding");
+        m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
+        m_prompts.expectOpenFile(away("notes.mdb")).expectOpenFile(other("velmora.ini"));
+        m_prompts.expectMessage(PromptIcon::Critical,
+                                QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה\r\nwww.velmora.co.il\r\n"
+                                               "support@velmora.co.il"),
+                                QStringLiteral("שדרוג גירסת תוכנה"));
+        m_prompts.expectMapSaveQuestion(); // the end of the program, as ever
+        trigger("mnuImportDB");
+        QVERIFY(main().endRequested());
+        QVERIFY(!main().isVisible());
+        QCOMPARE(bytes(app("Velmora.mdb")), QByteArray("shopping list, not a wedding"));
+        QCOMPARE(bytes(app("Velmora.mdb.old")), oldDatabase);
+    }
+
+    // A write that fails part-way (a full disk) leaves every file of the wedding whole.
+    void aFailingWriteLeavesTheFilesWhole_data()
+    {
+        QTest::addColumn<int>("incoming");  // bytes of the chosen file
+        QTest::addColumn<int>("current");   // bytes of the wedding's database
+        QTest::addColumn<bool>("exporting");
+        QTest::newRow("import: the incoming file doesn't fit") << 300000 << 2000 << false;
+        QTest::newRow("import: the backup doesn't fit") << 2000 << 300000 << false;
+        QTest::newRow("export over an earlier copy") << 2000 << 300000 << true;
+    }
+
+    void aFailingWriteLeavesTheFilesWhole()
+    {
+        QFETCH(int, incoming);
+        QFETCH(int, current);
+        QFETCH(bool, exporting);
+        WeddingState& state = m_wedding->state;
+        write(app("Velmora.mdb"), QByteArray(current, 'c'));
+        write(app("Velmora.mdb.old"), "the backup kept from before");
+        write(away("chosen.mdb"), QByteArray(incoming, 'i'));
+        const auto before = snapshot(m_wedding->folder());
+        const QByteArray chosen = bytes(away("chosen.mdb"));
+
+        PendingFailure pending;
+        QString folder;
+        {
+            const FileSizeLimit disk(100000);
+            if (exporting) {
+                m_prompts.expectSaveFile(away("chosen.mdb"));
+                m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away("chosen.mdb")), DefaultCaption,
+                                    PromptButtons::YesNo, PromptAnswer::No, PromptAnswer::Yes);
+                QVERIFY(store::ExportFile(state, m_prompts, store::DatabaseFileName, pending, folder));
+            } else {
+                m_prompts.expectOpenFile(away("chosen.mdb"));
+                QVERIFY(store::ImportFile(state, m_prompts, store::DatabaseFileName, pending, folder));
+            }
+        }
+        QVERIFY(pending);
+        QCOMPARE(pending.failure().number(), 61);
+        QVERIFY(pending.failure().text().startsWith(QStringLiteral("אין די מקום בדיסק לקובץ")));
+        QCOMPARE(snapshot(m_wedding->folder()), before);
+        QCOMPARE(bytes(away("chosen.mdb")), chosen);
+        QCOMPARE(QDir(m_away.path()).entryList(QDir::Files | QDir::Hidden), QStringList("chosen.mdb"));
+    }
+};
+
+VELMORA_TEST_MAIN(ExportImportTest)
+#include "test_exportimport.moc"
