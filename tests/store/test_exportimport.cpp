@@ -7,6 +7,8 @@
 #include "app/Wedding.h"
 #include "app/ui/MainWindow.h"
 #include "app/ui/QtPrompts.h"
+#include "budget/ui/BudgetWindow.h"
+#include "store/Currency.h"
 #include "store/ExportImport.h"
 #include "store/FileCopy.h"
 
@@ -14,6 +16,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QTableView>
 
 #include <csignal>
@@ -280,6 +283,7 @@ private slots:
     void importBringsAWeddingInAndABackupGoesBack()
     {
         start();
+        main().openBudget(); // the ledger holds a connection of its own through the imports
         const QByteArray first = bytes(app("Velmora.mdb"));
         const QByteArray firstSettings = bytes(app("velmora.ini"));
         for (int round = 1; round <= 3; ++round) {
@@ -302,6 +306,13 @@ private slots:
                      QFileInfo(round == 1 ? other("x") : app("x")).absolutePath());
         }
         QCOMPARE(m_program.state.MaxTables, quint8(100)); // the options change at the next start
+        // What the ledger stores lands in the wedding's file now in place, not the one replaced.
+        ui::BudgetWindow* ledger = main().budgetWindow();
+        ledger->txtBudgetBranch[0]->setText(QStringLiteral("500"));
+        ledger->cmdUpdate_Click();
+        store::Database db = store::Database::open(app("Velmora.mdb"));
+        store::Recordset rs = db.openRecordset(QStringLiteral("select B_DRESS from VELMORA_BUDGET"));
+        QCOMPARE(rs.value(0).value<store::Currency>().toString(), QStringLiteral("500"));
         QCOMPARE(snapshot(m_wedding->folder()).keys(),
                  QStringList({"Velmora.mdb", "Velmora.mdb.old", "velmora.ini", "velmora.ini.old"}));
     }
