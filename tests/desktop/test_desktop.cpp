@@ -3,6 +3,7 @@
 #include "TestMain.h"
 #include "TestWedding.h"
 
+#include "app/ui/HebrewText.h"
 #include "app/ui/MainWindow.h"
 #include "desktop/About.h"
 #include "desktop/Help.h"
@@ -187,7 +188,7 @@ private slots:
         ui::MainWindow& main = start();
         QVERIFY(!helpWindow());
         if (!caption.isEmpty())
-            QCOMPARE(main.findChild<QAction*>(command)->text(), caption);
+            QCOMPARE(main.findChild<QAction*>(command)->text(), ui::hebrewParagraph(caption));
         for (int time = 0; time < 2; ++time) { // the second time, the same window comes forward
             if (command == u"F1") {
                 main.activateWindow();
