@@ -7,6 +7,8 @@
 #include "app/WeddingState.h"
 #include "guests/Removal.h"
 #include "guests/ui/OptionsWindow.h"
+#include "printing/GuestReport.h"
+#include "printing/ui/GuestReportPreview.h"
 #include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
 #include "store/Schema.h"
@@ -161,6 +163,7 @@ void MainWindow::wireCommands()
     on("mnuRemove", [this] { RemoveRecord(); });
     on("popDelete", [this] { RemoveRecord(); });
     on("popOptions", [this] { openOptions(); });
+    on("mnuPrintReport", [this] { PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this); });
     on("popShowTablesMap", [this] {
         QAction* tick = action(QStringLiteral("popShowTablesMap"));
         tick->setChecked(!tick->isChecked());
@@ -196,6 +199,9 @@ void MainWindow::onToolbar(QAction* button)
         break;
     case 3:
         RemoveRecord();
+        break;
+    case 8:
+        PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this);
         break;
     case 10:
         ShowHideTablesMap();
@@ -754,6 +760,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
             m_store.write(keys::ColWidth, column, QString::number(pixelsToTwips(m_grid->columnWidth(column))));
     }
     m_tmrDelay->stop();
+    printing::releaseReport(m_state, m_state.ReportRs);
     if (m_tableMap)
         m_tableMap->ProgramClosing = true;
     // Every other window goes, the last opened first.

@@ -1,0 +1,209 @@
+#include "printing/PagePainter.h"
+
+#include "app/Twips.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QPainter>
+#include <QTextLayout>
+
+#include <cmath>
+
+namespace velmora::printing {
+
+namespace {
+
+// One pixel of the screen the designs were drawn on.
+constexpr double HairlineTwips = double(TwipsPerInch) / ScreenDpi;
+
+// Fonts are sized in twips, the unit the painter works in, so no device's idea of its own
+// resolution changes a size.
+QFont fontFor(const FontSpec& spec)
+{
+    QFont font(spec.family);
+    font.setPixelSize(std::max(1, int(std::lround(spec.points * 20))));
+    font.setBold(spec.bold);
+    font.setItalic(spec.italic);
+    font.setUnderline(spec.underline);
+    font.setStrikeOut(spec.strikeOut);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setKerning(false);
+    return font;
+}
+
+Qt::Alignment alignmentFor(TextAlign align)
+{
+    switch (align) {
+    case TextAlign::Left:
+        return Qt::AlignLeft | Qt::AlignAbsolute;
+    case TextAlign::Centre:
+        return Qt::AlignHCenter;
+    case TextAlign::Right:
+        break;
+    }
+    return Qt::AlignRight | Qt::AlignAbsolute;
+}
+
+QPen borderPen(const PlacedItem& item)
+{
+    QPen pen(item.color, HairlineTwips);
+    pen.setStyle(item.borderStyle == BorderStyle::Dotted ? Qt::DotLine : Qt::SolidLine);
+    pen.setCapStyle(Qt::FlatCap);
+    return pen;
+}
+
+class TextPainter {
+public:
+    void paint(QPainter& painter, const PlacedItem& item)
+    {
+        const QRectF box(item.rect);
+        if (item.background.isValid())
+            painter.fillRect(box, item.background);
+        if (item.text.isEmpty())
+            return;
+        if (!(item.font == m_spec) || !m_valid) {
+            m_spec = item.font;
+            m_font = fontFor(item.font);
+            m_valid = true;
+        }
+        QTextLayout layout(item.text, m_font);
+        QTextOption option(alignmentFor(item.alignment));
+        option.setTextDirection(textDirection(item.text));
+        // Words break only at blanks: a word wider than its box stands whole rather than cut
+        // into another word.
+        option.setWrapMode(QTextOption::WordWrap);
+        layout.setTextOption(option);
+        layout.setCacheEnabled(true);
+        layout.beginLayout();
+        // The first line always prints; the others only where the box has room for them.
+        int shown = 0;
+        qreal y = 0;
+        for (;;) {
+            QTextLine line = layout.createLine();
+            if (!line.isValid())
+                break;
+            line.setLineWidth(box.width());
+            if (shown > 0 && y + line.height() > box.height())
+                break;
+            line.setPosition(QPointF(0, y));
+            y += line.height();
+            ++shown;
+        }
+        layout.endLayout();
+        painter.setPen(item.color);
+        const QPointF origin = box.topLeft();
+        // Underline and strike-out are drawn under the text only, not across the whole line.
+        const QFontMetricsF metrics(m_font);
+        for (int i = 0; i < shown; ++i) {
+            const QTextLine line = layout.lineAt(i);
+            const QRectF ink = line.naturalTextRect().translated(origin);
+            // A word a little wider than its box is narrowed to fit, rather than running into
+            // the next column or losing letters.
+            const bool narrowed = ink.width() > box.width();
+            if (narrowed) {
+                painter.save();
+                painter.translate(box.left(), 0);
+                painter.scale(box.width() / ink.width(), 1);
+                painter.translate(-ink.left(), 0);
+            }
+            for (QGlyphRun run : line.glyphRuns()) {
+                run.setUnderline(false);
+                run.setStrikeOut(false);
+                run.setOverline(false);
+                painter.drawGlyphRun(origin, run);
+            }
+            const qreal baseline = origin.y() + line.y() + line.ascent();
+            const qreal thickness = std::max<qreal>(metrics.lineWidth(), 1);
+            if (m_font.underline())
+                painter.fillRect(QRectF(ink.left(), baseline + metrics.underlinePos(), ink.width(), thickness), item.color);
+            if (m_font.strikeOut())
+                painter.fillRect(QRectF(ink.left(), baseline - metrics.strikeOutPos(), ink.width(), thickness), item.color);
+            if (narrowed)
+                painter.restore();
+        }
+    }
+
+private:
+    FontSpec m_spec;
+    QFont m_font;
+    bool m_valid = false;
+};
+
+void paintPicture(QPainter& painter, const PlacedItem& item)
+{
+    const QRectF box(item.rect);
+    switch (item.sizeMode) {
+    case SizeMode::Stretch:
+        painter.drawImage(box, item.picture);
+        return;
+    case SizeMode::Zoom: {
+        QSizeF size = QSizeF(item.picture.size()).scaled(box.size(), Qt::KeepAspectRatio);
+        QRectF target(QPointF(), size);
+        target.moveCenter(box.center());
+        painter.drawImage(target, item.picture);
+        return;
+    }
+    case SizeMode::Clip:
+        break;
+    }
+    // The picture's own size: its resolution when it has one, the screen's when not.
+    const double dpm = item.picture.dotsPerMeterX() > 0 ? item.picture.dotsPerMeterX() : ScreenDpi / 0.0254;
+    const double twipsPerDot = TwipsPerInch / (dpm * 0.0254);
+    const QRectF natural(box.topLeft(), QSizeF(item.picture.size()) * twipsPerDot);
+    painter.save();
+    painter.setClipRect(box, Qt::IntersectClip);
+    painter.drawImage(natural, item.picture);
+    painter.restore();
+}
+
+} // namespace
+
+Qt::LayoutDirection textDirection(const QString& text)
+{
+    if (text.isEmpty())
+        return Qt::RightToLeft;
+    const QChar::Direction first = text.at(0).direction();
+    return first == QChar::DirR || first == QChar::DirAL ? Qt::RightToLeft : Qt::LeftToRight;
+}
+
+void paintPage(QPainter& painter, const Page& page, double dpi)
+{
+    painter.save();
+    painter.scale(dpi / TwipsPerInch, dpi / TwipsPerInch);
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, true);
+    TextPainter text;
+    for (const PlacedItem& item : page.items) {
+        switch (item.kind) {
+        case ItemKind::Text:
+            text.paint(painter, item);
+            break;
+        case ItemKind::Picture:
+            paintPicture(painter, item);
+            break;
+        case ItemKind::Line:
+            painter.setPen(borderPen(item));
+            painter.drawLine(QPointF(item.rect.topLeft()),
+                             QPointF(item.rect.left() + item.rect.width(), item.rect.top() + item.rect.height()));
+            break;
+        case ItemKind::Rectangle:
+        case ItemKind::RoundedRectangle: {
+            painter.setPen(borderPen(item));
+            painter.setBrush(item.background.isValid() ? QBrush(item.background) : QBrush(Qt::NoBrush));
+            const QRectF box(item.rect);
+            if (item.kind == ItemKind::Rectangle) {
+                painter.drawRect(box);
+            } else {
+                const double radius = std::min(box.width(), box.height()) / 8;
+                painter.drawRoundedRect(box, radius, radius);
+            }
+            painter.setBrush(Qt::NoBrush);
+            break;
+        }
+        }
+    }
+    painter.restore();
+}
+
+} // namespace velmora::printing
