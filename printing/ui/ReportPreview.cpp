@@ -7,6 +7,7 @@
 #include "printing/ui/PrinterTarget.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QPainter>
 #include <QPrintPreviewWidget>
 #include <QToolBar>
@@ -87,12 +88,21 @@ ReportPreview::ReportPreview(std::unique_ptr<QPrinter> printer, Prompts& prompts
     connect(this, &QPrintPreviewDialog::paintRequested, this, &ReportPreview::paintPages);
     // The preview's own print button would print through Qt's dialog and a recording of the
     // pages; ours goes through the program's dialog and paints the pages afresh.
-    for (QAction* action : findChildren<QAction*>()) {
-        if (action->objectName() == QLatin1String("printAction")) {
-            action->disconnect(this);
-            connect(action, &QAction::triggered, this, &ReportPreview::printFromPreview);
-        }
+    if (QAction* print = printAction(*this)) {
+        print->disconnect(this);
+        connect(print, &QAction::triggered, this, &ReportPreview::printFromPreview);
     }
+}
+
+QAction* ReportPreview::printAction(const QPrintPreviewDialog& dialog)
+{
+    // Qt names the button by its (translated) text only.
+    const QString text = QCoreApplication::translate("QPrintPreviewDialog", "Print");
+    for (QAction* action : dialog.findChildren<QAction*>()) {
+        if (action->text() == text)
+            return action;
+    }
+    return nullptr;
 }
 
 ReportPreview::~ReportPreview() = default;

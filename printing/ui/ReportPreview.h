@@ -37,6 +37,8 @@ public:
     // The print button: the print dialog, then the chosen printer or file. A failure to print
     // is reported; a cancel says nothing.
     void printFromPreview();
+    // The preview's print button.
+    static QAction* printAction(const QPrintPreviewDialog& dialog);
 
 signals:
     // The preview is closing: the report's rows may go.
