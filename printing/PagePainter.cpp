@@ -16,6 +16,8 @@ namespace {
 
 // One pixel of the screen the designs were drawn on.
 constexpr double HairlineTwips = double(TwipsPerInch) / ScreenDpi;
+// Text keeps this far from the sides of its box, so that the columns of a table don't run together.
+constexpr double TextInset = HairlineTwips;
 
 // Fonts are sized in twips, the unit the painter works in, so no device's idea of its own
 // resolution changes a size.
@@ -57,11 +59,11 @@ class TextPainter {
 public:
     void paint(QPainter& painter, const PlacedItem& item)
     {
-        const QRectF box(item.rect);
         if (item.background.isValid())
-            painter.fillRect(box, item.background);
+            painter.fillRect(QRectF(item.rect), item.background);
         if (item.text.isEmpty())
             return;
+        const QRectF box = QRectF(item.rect).adjusted(TextInset, 0, -TextInset, 0);
         if (!(item.font == m_spec) || !m_valid) {
             m_spec = item.font;
             m_font = fontFor(item.font);
