@@ -145,6 +145,9 @@ private slots:
         QVERIFY(head && row && struck);
         QCOMPARE(head->text, text);
         QCOMPARE(head->alignment, TextAlign::Right);
+        QCOMPARE(head->background, QColor(0xE0, 0xE0, 0xE0));
+        QVERIFY(head->font.bold && head->font.underline && head->font.points == 9.75);
+        QCOMPARE(find(page, QStringLiteral("imgMyLogo"))->picture.size(), QSize(276, 54));
         for (const PlacedItem* item : {head, row, struck}) {
             QCOMPARE(item->rect.left(), left);
             QCOMPARE(item->rect.width(), width);

@@ -1,6 +1,7 @@
 #include "TestMain.h"
 
 #include "app/Failure.h"
+#include "printing/PrinterCanvas.h"
 #include "printing/ReportLayout.h"
 
 using namespace velmora;
@@ -213,6 +214,35 @@ private slots:
                 records.push_back(item.record);
         }
         QCOMPARE(records, std::vector<int>{1});
+    }
+
+    // Drawing without a report: each text at the place set, the next line at the left margin.
+    void theCanvasPrintsWhereItIsTold()
+    {
+        PrinterCanvas canvas;
+        canvas.CurrentX = 3700;
+        canvas.CurrentY = 500;
+        canvas.FontSize = 14;
+        canvas.FontBold = true;
+        canvas.Print(QStringLiteral("מפת השולחנות של כל האורחים"));
+        const int next = canvas.CurrentY;
+        canvas.FontSize = 8.28;
+        canvas.FontBold = false;
+        canvas.Print(QStringLiteral("Velmora"));
+        QImage icon(32, 32, QImage::Format_ARGB32);
+        icon.fill(Qt::red);
+        canvas.PaintPicture(icon, 900, 1700);
+        const LaidOutReport done = canvas.EndDoc();
+        QCOMPARE(done.pages.size(), size_t(1));
+        const auto& items = done.pages[0].items;
+        QCOMPARE(items.size(), size_t(3));
+        QCOMPARE(items[0].rect.topLeft(), QPoint(3700, 500));
+        QVERIFY(items[0].font.bold && items[0].font.points == 14);
+        QVERIFY(next > 500 + 14 * 20 && next < 500 + 14 * 20 * 2); // one line of 14 points further
+        QCOMPARE(items[1].rect.topLeft(), QPoint(0, next));
+        QCOMPARE(items[1].text, QStringLiteral("Velmora"));
+        QCOMPARE(items[2].rect, QRect(900, 1700, 480, 480)); // 32 pixels of the screen
+        QCOMPARE(canvas.EndDoc().pages[0].items.size(), size_t(0));
     }
 
     void aBoxBoundToAMissingFieldFails()
