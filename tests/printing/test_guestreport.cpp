@@ -1,3 +1,4 @@
+#include "PrintedPdf.h"
 #include "RunningProgram.h"
 #include "ScriptedPrompts.h"
 #include "TestMain.h"
@@ -15,11 +16,11 @@
 #include <QPainter>
 #include <QPicture>
 #include <QPrinter>
-#include <QProcess>
-#include <QRegularExpression>
 
 using namespace velmora;
 using namespace velmora::printing;
+using velmora::test::pdfPages;
+using velmora::test::pdfText;
 
 namespace {
 
@@ -48,28 +49,6 @@ const PlacedItem* find(const Page& page, const QString& control, int record = -1
             return &item;
     }
     return nullptr;
-}
-
-// The text of a PDF in reading order, without the marks that wrap right-to-left runs.
-QString pdfText(const QString& path)
-{
-    QProcess pdftotext;
-    pdftotext.start(QStringLiteral("pdftotext"), {path, QStringLiteral("-")});
-    if (!pdftotext.waitForFinished(30000))
-        return {};
-    QString text = QString::fromUtf8(pdftotext.readAllStandardOutput());
-    text.remove(QChar(0x202A)).remove(QChar(0x202B)).remove(QChar(0x202C));
-    return text;
-}
-
-int pdfPages(const QString& path)
-{
-    QProcess info;
-    info.start(QStringLiteral("pdfinfo"), {path});
-    info.waitForFinished(30000);
-    const QString out = QString::fromUtf8(info.readAllStandardOutput());
-    const auto match = QRegularExpression(QStringLiteral("Pages:\\s+(\\d+)")).match(out);
-    return match.hasMatch() ? match.captured(1).toInt() : -1;
 }
 
 // The columns of the image with any dark pixel.
