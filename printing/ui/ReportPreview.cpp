@@ -3,12 +3,15 @@
 #include "app/Failure.h"
 #include "app/Prompts.h"
 #include "app/Twips.h"
+#include "app/ui/QtPrompts.h"
 #include "printing/PagePainter.h"
 #include "printing/ui/PrinterTarget.h"
 
 #include <QAction>
 #include <QCoreApplication>
 #include <QPainter>
+#include <QPointer>
+#include <QScopeGuard>
 #include <QPrintPreviewWidget>
 #include <QToolBar>
 
@@ -143,6 +146,15 @@ void ReportPreview::paintPages(QPrinter* printer)
 
 void ReportPreview::printFromPreview()
 {
+    // The print dialog and what it says stand over the preview, not over the main window.
+    auto* onScreen = dynamic_cast<QtPrompts*>(&m_prompts);
+    const QPointer<QWidget> owner = onScreen ? onScreen->parentWidget() : nullptr;
+    if (onScreen)
+        onScreen->setParentWidget(this);
+    const auto restore = qScopeGuard([&] {
+        if (onScreen)
+            onScreen->setParentWidget(owner);
+    });
     PrinterRequest proposal;
     try {
         proposal.maxPage = int(pages().pages.size());
