@@ -18,6 +18,8 @@ namespace {
 constexpr double HairlineTwips = double(TwipsPerInch) / ScreenDpi;
 // Text keeps this far from the sides of its box, so that the columns of a table don't run together.
 constexpr double TextInset = HairlineTwips;
+// Narrower than this a line no longer reads; what is left over is cut at the box's edge.
+constexpr double MinNarrowing = 0.75;
 
 // Fonts are sized in twips, the unit the painter works in, so no device's idea of its own
 // resolution changes a size.
@@ -71,10 +73,15 @@ public:
         }
         QTextLayout layout(item.text, m_font);
         QTextOption option(alignmentFor(item.alignment));
-        option.setTextDirection(textDirection(item.text));
-        // Words break only at blanks: a word wider than its box stands whole rather than cut
-        // into another word.
-        option.setWrapMode(QTextOption::WordWrap);
+        // A field's value reads right to left, as the grid shows it; the program's own texts
+        // read by their first character.
+        const Qt::LayoutDirection direction = item.fromField ? Qt::RightToLeft : textDirection(item.text);
+        option.setTextDirection(direction);
+        // Only a box with room for a second line wraps, and then at blanks; in a box of one
+        // line's height the line stays whole and is narrowed or cut at the box's edge.
+        const QFontMetricsF metrics(m_font);
+        const bool wraps = box.height() >= 2 * metrics.height();
+        option.setWrapMode(wraps ? QTextOption::WordWrap : QTextOption::NoWrap);
         layout.setTextOption(option);
         layout.setCacheEnabled(true);
         layout.beginLayout();
@@ -96,18 +103,25 @@ public:
         painter.setPen(item.color);
         const QPointF origin = box.topLeft();
         // Underline and strike-out are drawn under the text only, not across the whole line.
-        const QFontMetricsF metrics(m_font);
         for (int i = 0; i < shown; ++i) {
             const QTextLine line = layout.lineAt(i);
             const QRectF ink = line.naturalTextRect().translated(origin);
-            // A word a little wider than its box is narrowed to fit, rather than running into
-            // the next column or losing letters.
+            // A line a little wider than its box is narrowed to fit; a much longer one is
+            // narrowed as far as it stays readable and cut where the box ends, its beginning
+            // kept at the box's side it reads from.
             const bool narrowed = ink.width() > box.width();
             if (narrowed) {
+                const qreal factor = std::max(box.width() / ink.width(), MinNarrowing);
+                const bool fromRight = direction == Qt::RightToLeft;
                 painter.save();
-                painter.translate(box.left(), 0);
-                painter.scale(box.width() / ink.width(), 1);
-                painter.translate(-ink.left(), 0);
+                if (factor > box.width() / ink.width()) {
+                    const qreal top = item.rect.top() - item.rect.height();
+                    painter.setClipRect(QRectF(item.rect.left(), top, item.rect.width(), 3.0 * item.rect.height()),
+                                        Qt::IntersectClip);
+                }
+                painter.translate(fromRight ? box.right() : box.left(), 0);
+                painter.scale(factor, 1);
+                painter.translate(-(fromRight ? ink.right() : ink.left()), 0);
             }
             for (QGlyphRun run : line.glyphRuns()) {
                 run.setUnderline(false);

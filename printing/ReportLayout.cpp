@@ -168,6 +168,7 @@ private:
                 pageFields = item.text.contains(QLatin1String("%p")) || item.text.contains(QLatin1String("%P"));
             } else if (bound.field >= 0 && record >= 0) {
                 item.text = m_records->value(record, bound.field);
+                item.fromField = true;
             }
             if (item.text.isEmpty() && !c.backColor.isValid())
                 return;

@@ -23,6 +23,7 @@ struct PlacedItem {
     QImage picture;
     SizeMode sizeMode = SizeMode::Clip;
     int record = -1; // the record of a detail band
+    bool fromField = false; // text of a box bound to a field, not the program's own
 };
 
 struct Page {
