@@ -188,7 +188,9 @@ void appendGuestFields(RecordSet& records)
     for (const char* prefix : {"", "B"}) {
         for (int i : CreationOrder) {
             const ReportColumn& column = reportColumns()[size_t(i)];
-            records.appendField(QLatin1String(prefix) + QString::fromUtf8(column.field), column.width);
+            // The grid shows a gift with the sheqel sign before its 20 characters.
+            const int width = QLatin1String(column.field) == QLatin1String("Present") ? column.width + 1 : column.width;
+            records.appendField(QLatin1String(prefix) + QString::fromUtf8(column.field), width);
         }
     }
 }

@@ -254,8 +254,12 @@ private slots:
         rows[0].cells[4] = QStringLiteral("שולחן מס' 12");
         rows[0].cells[8] = QStringLiteral("הנביאים חיפה");
         rows[0].cells[9] = QStringLiteral("₪1,250");
+        rows.push_back(guest("לוי", "רון", true));
+        rows[1].cells[9] = QStringLiteral("₪") + QString(20, u'ס'); // a gift as long as it may be
         m_wedding->state.PresentTotal = 1250;
         const GuestReport built = build(rows);
+        QVERIFY2(!built.lastFailure, built.lastFailure ? qPrintable(built.lastFailure->text()) : "");
+        QCOMPARE(find(layOut(built.report).pages.at(0), QStringLiteral("txtBPresent"), 1)->text, rows[1].cells[9]);
         const QString path = m_wedding->folder() + QStringLiteral("/report.pdf");
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
