@@ -13,7 +13,7 @@
 #include "printing/ui/ReportPreview.h"
 
 #include <QApplication>
-#include <QPrintPreviewWidget>
+#include <QPrinter>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -50,9 +50,12 @@ int main(int argc, char** argv)
         printer.setOutputFileName(pdf);
         ui::printReport(built.report, printer);
     });
+    int previewPages = 0;
     const double preview = bench::medianMs(3, [&] {
         ui::ReportPreview* window = ui::PrintReport(state, prompts, model, shown.caption, nullptr);
         QApplication::processEvents();
+        window->grab(); // the page painted, whether or not the platform drew it yet
+        previewPages = window->pageCount();
         window->close();
         delete window;
     });
@@ -60,6 +63,6 @@ int main(int argc, char** argv)
     std::printf("guest list report, %d invitations, %zu pages on A4\n", rows, pages);
     std::printf("  layout                        %8.1f ms  (aim: <= 150 ms)\n", layout);
     std::printf("  layout and written PDF        %8.1f ms  (aim: <= 2000 ms)\n", written);
-    std::printf("  preview's first page on screen %7.1f ms  (aim: <= 500 ms)\n", preview);
+    std::printf("  preview's first page on screen %7.1f ms  (aim: <= 500 ms; %d pages)\n", preview, previewPages);
     return 0;
 }

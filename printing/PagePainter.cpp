@@ -186,6 +186,8 @@ Qt::LayoutDirection textDirection(const QString& text)
 void paintPage(QPainter& painter, const Page& page, double dpi)
 {
     painter.save();
+    // Pages stand on paper the same way whichever window paints them.
+    painter.setLayoutDirection(Qt::LeftToRight);
     painter.scale(dpi / TwipsPerInch, dpi / TwipsPerInch);
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, true);

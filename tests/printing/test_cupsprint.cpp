@@ -138,7 +138,7 @@ private slots:
         PrinterRequest queue;
         queue.printerName = Queue;
         program.prompts.expectPrinter(queue);
-        ui::ReportPreview::printAction(*preview)->trigger();
+        preview->printAction()->trigger();
         QVERIFY(program.prompts.verifyDone());
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_job), 30000);
 

@@ -11,8 +11,12 @@
 #include "printing/PagePainter.h"
 #include "printing/ui/ReportPreview.h"
 
+#include <QAbstractScrollArea>
+#include <QAccessible>
 #include <QAction>
+#include <QApplication>
 #include <QLabel>
+#include <QToolButton>
 #include <QPainter>
 #include <QPrinter>
 
@@ -308,8 +312,9 @@ private slots:
         QCOMPARE(whole.mid(whole.size() - end.size()), end);
     }
 
-    // The whole road: the list's print command opens the preview at once, asking nothing;
-    // printing from it goes through the print dialog; closing it lets the rows go.
+    // The whole road: the list's print command opens the preview at once, asking nothing; the
+    // user pages through it by keys a screen reader names, prints from it through the print
+    // dialog; closing it lets the rows go.
     void theListsPrintCommandOpensAPreviewToPrintFrom()
     {
         for (int i = 0; i < 90; ++i)
@@ -327,23 +332,52 @@ private slots:
         }
         QCOMPARE(previews.size(), 1);
         ui::ReportPreview* preview = previews.front();
-        QVERIFY(preview->isVisible() && !preview->isModal());
+        QVERIFY(preview->isVisible() && !preview->isModal() && preview->isWindow());
         QCOMPARE(preview->windowTitle(), QStringLiteral("Velmora - Report"));
         QCOMPARE(program.state.ReportRs->recordCount(), 90);
         QCOMPARE(program.state.ReportRs, preview->report().dataSource);
-        const int pages = int(preview->pages().pages.size());
-        QCOMPARE(pages, 3);
+        QCOMPARE(preview->pageCount(), 3);
+        preview->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(preview));
 
-        QAction* print = ui::ReportPreview::printAction(*preview);
-        QVERIFY(print && print->isEnabled());
+        auto spoken = [](QObject* object) {
+            QAccessibleInterface* face = QAccessible::queryAccessibleInterface(object);
+            return face ? face->text(QAccessible::Name) : QString();
+        };
+        auto* counter = preview->findChild<QLabel*>(QStringLiteral("pageNumber"));
+        QVERIFY(counter);
+        const struct {
+            Qt::Key key;
+            int page;
+        } steps[] = {{Qt::Key_PageDown, 2}, {Qt::Key_PageDown, 3}, {Qt::Key_PageDown, 3},
+                     {Qt::Key_Home, 1},     {Qt::Key_End, 3},      {Qt::Key_PageUp, 2}};
+        for (const auto& step : steps) {
+            QTest::keyClick(QApplication::focusWidget(), step.key);
+            QCOMPARE(preview->currentPage(), step.page);
+            QCOMPARE(spoken(counter), QStringLiteral("עמוד %1 מתוך 3").arg(step.page));
+        }
+        QStringList buttons;
+        for (auto* button : preview->findChildren<QToolButton*>()) {
+            if (!spoken(button).isEmpty())
+                buttons << spoken(button);
+        }
+        for (const char* name : {"הדפסה", "עמוד ראשון", "עמוד קודם", "עמוד הבא", "עמוד אחרון", "התאמה לרוחב",
+                                 "עמוד שלם", "הגדלה", "הקטנה"})
+            QVERIFY2(buttons.contains(QString::fromUtf8(name)), name);
+        // The page in sight is painted.
+        auto* view = preview->findChild<QAbstractScrollArea*>();
+        QVERIFY(view);
+        const QImage shot = view->viewport()->grab().toImage();
+        QVERIFY(!inkColumns(shot).isEmpty());
+
         program.prompts.expectPrinter(std::nullopt); // cancelled: nothing, and no word
-        print->trigger();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::ControlModifier);
         PrinterRequest toFile;
         toFile.outputFile = m_wedding->folder() + QStringLiteral("/list.pdf");
         program.prompts.expectPrinter(toFile);
-        print->trigger();
+        preview->printAction()->trigger();
         QVERIFY(program.prompts.verifyDone());
-        QCOMPARE(pdfPages(toFile.outputFile), pages);
+        QCOMPARE(pdfPages(toFile.outputFile), 3);
         QVERIFY(pdfText(toFile.outputFile).contains(QStringLiteral("Page 2 of 3")));
 
         const auto records = program.state.ReportRs;
