@@ -9,6 +9,7 @@
 #include "guests/GuestListModel.h"
 #include "printing/GuestReport.h"
 #include "printing/PagePainter.h"
+#include "printing/ui/PrinterTarget.h"
 #include "printing/ui/ReportPreview.h"
 
 #include <QAbstractScrollArea>
@@ -374,11 +375,19 @@ private slots:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::ControlModifier);
         PrinterRequest toFile;
         toFile.outputFile = m_wedding->folder() + QStringLiteral("/list.pdf");
+        toFile.paper = QPageSize(QPageSize::A5); // laid out again for it
+        toFile.duplex = PrinterDuplex::LongSide;
+        toFile.grayscale = true;
+        toFile.collate = false;
         program.prompts.expectPrinter(toFile);
         preview->printAction()->trigger();
         QVERIFY(program.prompts.verifyDone());
-        QCOMPARE(pdfPages(toFile.outputFile), 3);
-        QVERIFY(pdfText(toFile.outputFile).contains(QStringLiteral("Page 2 of 3")));
+        QCOMPARE(pdfPages(toFile.outputFile), 5);
+        QVERIFY(pdfText(toFile.outputFile).contains(QStringLiteral("Page 2 of 5")));
+        const std::unique_ptr<QPrinter> kept = ui::printerFor(toFile);
+        QCOMPARE(kept->pageLayout().pageSize().id(), QPageSize::A5);
+        QCOMPARE(kept->colorMode(), QPrinter::GrayScale);
+        QVERIFY(!kept->collateCopies());
 
         const auto records = program.state.ReportRs;
         preview->close();
