@@ -278,9 +278,10 @@ private slots:
             QVERIFY2(text.contains(QString::fromUtf8(expected).simplified()), expected);
     }
 
-    // A cell painted as on screen reads in the order the grid shows: the Hebrew of a mixed
-    // line at the right and its number to the left, digits in order; a value beginning with a
-    // number reads right to left too. `tail` is what stands at the cell's right end.
+    // A cell of a laid-out page, painted as the preview paints it, reads in the order the grid
+    // shows: the Hebrew of a mixed line at the right and its number to the left, digits in
+    // order ("12", never "21"); a value beginning with a number reads right to left too.
+    // `tail` is what stands at the cell's right end.
     void aMixedCellReadsInOrder_data()
     {
         QTest::addColumn<QString>("text");
@@ -302,6 +303,7 @@ private slots:
             QImage image(QSize(laidOut.paper.width(), laidOut.paper.height()) * Dpi / 1440, QImage::Format_RGB32);
             image.fill(Qt::white);
             QPainter painter(&image);
+            painter.setLayoutDirection(Qt::RightToLeft); // as the preview's painter comes
             paintPage(painter, page, Dpi);
             painter.end();
             const QRect cell = find(page, QStringLiteral("txtRemark"), 0)->rect;
