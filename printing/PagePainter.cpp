@@ -26,7 +26,7 @@ constexpr double MinNarrowing = 0.75;
 QFont fontFor(const FontSpec& spec)
 {
     QFont font(spec.family);
-    font.setPixelSize(std::max(1, int(std::lround(spec.points * 20))));
+    font.setPixelSize(std::max(1, int(std::lround(pointsToTwips(spec.points)))));
     font.setBold(spec.bold);
     font.setItalic(spec.italic);
     font.setUnderline(spec.underline);
@@ -164,9 +164,7 @@ void paintPicture(QPainter& painter, const PlacedItem& item)
         break;
     }
     // The picture's own size: its resolution when it has one, the screen's when not.
-    const double dpm = item.picture.dotsPerMeterX() > 0 ? item.picture.dotsPerMeterX() : ScreenDpi / 0.0254;
-    const double twipsPerDot = TwipsPerInch / (dpm * 0.0254);
-    const QRectF natural(box.topLeft(), QSizeF(item.picture.size()) * twipsPerDot);
+    const QRectF natural(box.topLeft(), QSizeF(item.picture.size()) * twipsPerDot(item.picture.dotsPerMeterX()));
     painter.save();
     painter.setClipRect(box, Qt::IntersectClip);
     painter.drawImage(natural, item.picture);

@@ -21,7 +21,7 @@ void PrinterCanvas::Print(const QString& text)
     spec.points = FontSize;
     spec.bold = FontBold;
     QFont font(spec.family);
-    font.setPixelSize(std::max(1, int(std::lround(spec.points * 20)))); // twips, as the painter sizes it
+    font.setPixelSize(std::max(1, int(std::lround(pointsToTwips(spec.points))))); // twips, as the painter sizes it
     font.setBold(spec.bold);
     const QFontMetricsF metrics(font);
     if (!text.isEmpty()) {
@@ -43,11 +43,10 @@ void PrinterCanvas::PaintPicture(const QImage& picture, int x, int y)
 {
     if (picture.isNull())
         return;
-    const double dpm = picture.dotsPerMeterX() > 0 ? picture.dotsPerMeterX() : ScreenDpi / 0.0254;
-    const double twipsPerDot = TwipsPerInch / (dpm * 0.0254);
+    const double dot = twipsPerDot(picture.dotsPerMeterX());
     PlacedItem item;
     item.kind = ItemKind::Picture;
-    item.rect = QRect(x, y, int(std::lround(picture.width() * twipsPerDot)), int(std::lround(picture.height() * twipsPerDot)));
+    item.rect = QRect(x, y, int(std::lround(picture.width() * dot)), int(std::lround(picture.height() * dot)));
     item.picture = picture;
     item.sizeMode = SizeMode::Stretch;
     m_out.pages.back().items.push_back(std::move(item));

@@ -218,7 +218,7 @@ private:
 QSize a4Twips()
 {
     const QSizeF mm = QPageSize(QPageSize::A4).size(QPageSize::Millimeter);
-    return QSize(int(std::lround(mm.width() * TwipsPerInch / 25.4)), int(std::lround(mm.height() * TwipsPerInch / 25.4)));
+    return mmToTwips(mm);
 }
 
 LaidOutReport layOut(const Report& report, QSize paper)

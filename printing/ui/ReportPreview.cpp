@@ -58,7 +58,7 @@ bool paintRange(const printing::LaidOutReport& laidOut, QPrinter& printer)
 QSize paperTwips(const QPrinter& printer)
 {
     const QRectF mm = printer.pageLayout().fullRect(QPageLayout::Millimeter);
-    return QSize(int(std::lround(mm.width() * TwipsPerInch / 25.4)), int(std::lround(mm.height() * TwipsPerInch / 25.4)));
+    return mmToTwips(mm.size());
 }
 
 bool printReport(const printing::Report& report, QPrinter& printer)
