@@ -68,6 +68,8 @@ public:
     int height = 0;
     bool keepTogether = false; // never broken across pages
 
+    // Controls are painted in the order they were added: a picture meant to lie under the
+    // others is added first.
     Control& add(Control control);
     // Names compare without regard to case. control() fails on a name that isn't there.
     Control* find(const QString& name);
