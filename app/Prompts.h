@@ -3,6 +3,7 @@
 #include "app/Failure.h"
 
 #include <QColor>
+#include <QPageSize>
 #include <QString>
 
 #include <optional>
@@ -43,6 +44,9 @@ struct FileRequest {
     bool confirmOverwrite = true; // false: the caller asks its own question
 };
 
+// As the print dialog offers them, in QPrinter's order.
+enum class PrinterDuplex { None, Auto, LongSide, ShortSide };
+
 struct PrinterRequest {
     QString printerName; // empty: the default printer
     int copies = 1;
@@ -51,6 +55,10 @@ struct PrinterRequest {
     int maxPage = 0;
     QString outputFile; // a file printer's target, if any
     bool landscape = false;
+    QPageSize paper; // invalid: the printer's own
+    PrinterDuplex duplex = PrinterDuplex::None;
+    bool grayscale = false;
+    bool collate = true;
 };
 
 // A chosen value, or a failure (32755 for a cancel).

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QRect>
+#include <QSizeF>
 
 #include <cmath>
 
@@ -38,5 +39,32 @@ inline double twipsToPixelsF(double twips, int dpi = ScreenDpi)
 inline double pixelsToTwipsF(double pixels, int dpi = ScreenDpi)
 {
     return pixels * TwipsPerInch / dpi;
+}
+} // namespace velmora
+
+namespace velmora {
+// Paper sizes come in millimetres, fonts in points, pictures in dots to the metre.
+inline constexpr double MmPerInch = 25.4;
+inline constexpr int PointsPerInch = 72;
+
+inline int mmToTwips(double mm)
+{
+    return int(std::lround(mm * TwipsPerInch / MmPerInch));
+}
+
+inline QSize mmToTwips(QSizeF mm)
+{
+    return QSize(mmToTwips(mm.width()), mmToTwips(mm.height()));
+}
+
+inline double pointsToTwips(double points)
+{
+    return points * TwipsPerInch / PointsPerInch;
+}
+
+// One dot of a picture with this resolution; one screen pixel when it has none.
+inline double twipsPerDot(double dotsPerMeter)
+{
+    return dotsPerMeter > 0 ? TwipsPerInch * 1000.0 / (dotsPerMeter * MmPerInch) : double(TwipsPerInch) / ScreenDpi;
 }
 } // namespace velmora

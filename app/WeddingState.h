@@ -6,7 +6,13 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <vector>
+
+namespace velmora::printing {
+class RecordSet;
+class ReportConnection;
+}
 
 namespace velmora {
 
@@ -25,6 +31,9 @@ struct WeddingState {
     store::Database WeddingDb;
     store::Recordset WeddingRs;
     QString SqlText;
+    // The rows of the report being shown and the reports' connection.
+    std::shared_ptr<printing::ReportConnection> ReportConn;
+    std::shared_ptr<printing::RecordSet> ReportRs;
 
     // The wedding's options.
     QString CoupleName;

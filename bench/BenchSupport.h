@@ -9,6 +9,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QVariant>
 
 #include <sqlite3.h>
@@ -17,6 +18,14 @@
 #include <vector>
 
 namespace bench {
+
+// Benchmarks run without a screen and keep their settings in a folder of their own.
+inline void runHeadless(const QTemporaryDir& home)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+}
 
 inline void makeWedding(const QString& path, int rows)
 {

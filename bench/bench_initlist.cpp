@@ -22,10 +22,8 @@ using namespace velmora;
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
     QTemporaryDir home;
-    qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
+    bench::runHeadless(home);
     QApplication app(argc, argv);
     QApplication::setLayoutDirection(Qt::RightToLeft);
     ui::QtPrompts prompts;

@@ -9,6 +9,7 @@ packages=(
   libxkbcommon-dev
   fonts-liberation2 fonts-dejavu-core adwaita-icon-theme
   xvfb xauth poppler-utils
+  cups cups-client printer-driver-cups-pdf
 )
 
 missing=()

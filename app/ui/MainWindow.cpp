@@ -14,6 +14,8 @@
 #include "desktop/ui/WheelHook.h"
 #include "guests/Removal.h"
 #include "guests/ui/OptionsWindow.h"
+#include "printing/GuestReport.h"
+#include "printing/ui/GuestReportPreview.h"
 #include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
 #include "store/ExportImport.h"
@@ -173,6 +175,7 @@ void MainWindow::wireCommands()
     on("popDelete", [this] { RemoveRecord(); });
     on("popOptions", [this] { openOptions(); });
     on("mnuDial", [this] { DialNum(); });
+    on("mnuPrintReport", [this] { PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this); });
     on("popShowTablesMap", [this] {
         QAction* tick = action(QStringLiteral("popShowTablesMap"));
         tick->setChecked(!tick->isChecked());
@@ -240,6 +243,9 @@ void MainWindow::onToolbar(QAction* button)
         break;
     case 6:
         openBudget();
+        break;
+    case 8:
+        PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this);
         break;
     case 10:
         ShowHideTablesMap();
@@ -862,6 +868,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     }
     desktop::ui::UnhookMouseWheel(*m_grid);
     m_tmrDelay->stop();
+    printing::releaseReport(m_state, m_state.ReportRs);
     if (m_tableMap)
         m_tableMap->ProgramClosing = true;
     // Every other window goes, the last opened first.

@@ -211,6 +211,11 @@ PromptResult<PrinterRequest> QtPrompts::choosePrinter(const PrinterRequest& prop
     if (!proposal.outputFile.isEmpty())
         printer.setOutputFileName(proposal.outputFile);
     printer.setCopyCount(proposal.copies);
+    if (proposal.paper.isValid())
+        printer.setPageSize(proposal.paper);
+    printer.setDuplex(QPrinter::DuplexMode(proposal.duplex));
+    printer.setColorMode(proposal.grayscale ? QPrinter::GrayScale : QPrinter::Color);
+    printer.setCollateCopies(proposal.collate);
     printer.setPageOrientation(proposal.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
     if (proposal.fromPage > 0)
         printer.setFromTo(proposal.fromPage, proposal.toPage);
@@ -227,6 +232,10 @@ PromptResult<PrinterRequest> QtPrompts::choosePrinter(const PrinterRequest& prop
     chosen.fromPage = printer.fromPage();
     chosen.toPage = printer.toPage();
     chosen.landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
+    chosen.paper = printer.pageLayout().pageSize();
+    chosen.duplex = PrinterDuplex(printer.duplex());
+    chosen.grayscale = printer.colorMode() == QPrinter::GrayScale;
+    chosen.collate = printer.collateCopies();
     return {chosen, {}};
 }
 

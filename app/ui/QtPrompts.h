@@ -12,6 +12,7 @@ class QtPrompts : public Prompts {
 public:
     explicit QtPrompts(QWidget* parent = nullptr) : m_parent(parent) {}
     void setParentWidget(QWidget* parent) { m_parent = parent; }
+    QWidget* parentWidget() const { return m_parent; }
 
     PromptAnswer show(const MessageRequest& request) override;
     using Prompts::inputBox;

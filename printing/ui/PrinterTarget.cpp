@@ -11,6 +11,11 @@ std::unique_ptr<QPrinter> printerFor(const PrinterRequest& choice)
     } else if (!choice.printerName.isEmpty()) {
         printer->setPrinterName(choice.printerName);
     }
+    if (choice.paper.isValid())
+        printer->setPageSize(choice.paper);
+    printer->setDuplex(QPrinter::DuplexMode(choice.duplex));
+    printer->setColorMode(choice.grayscale ? QPrinter::GrayScale : QPrinter::Color);
+    printer->setCollateCopies(choice.collate);
     printer->setCopyCount(choice.copies);
     printer->setPageOrientation(choice.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
     if (choice.fromPage > 0)

@@ -1,0 +1,154 @@
+#include "PrintedPdf.h"
+#include "RunningProgram.h"
+#include "TestMain.h"
+#include "TestWedding.h"
+
+#include "app/ui/MainWindow.h"
+#include "printing/ui/ReportPreview.h"
+#include "store/SampleWedding.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QPrinterInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <unistd.h>
+
+using namespace velmora;
+
+namespace {
+
+const QString Queue = QStringLiteral("Velmora");
+
+bool writeFile(const QString& path, const QString& text, QFile::Permissions permissions = {})
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
+        return false;
+    file.close();
+    return permissions ? file.setPermissions(permissions) : true;
+}
+
+} // namespace
+
+// A real print queue of a CUPS server of the test's own. Its backend keeps each job as the
+// program sent it, so the printed pages can be read back.
+class CupsPrintTest : public QObject {
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_root;
+    QProcess m_cupsd;
+    QString m_job;
+
+    QString startCups()
+    {
+        if (geteuid() != 0)
+            return QStringLiteral("starting a CUPS server of its own needs root");
+        const QString cupsd = QStandardPaths::findExecutable(QStringLiteral("cupsd"), {"/usr/sbin", "/usr/bin"});
+        const QString lpadmin = QStandardPaths::findExecutable(QStringLiteral("lpadmin"), {"/usr/sbin", "/usr/bin"});
+        if (cupsd.isEmpty() || lpadmin.isEmpty() || !QDir(QStringLiteral("/usr/lib/cups/filter")).exists())
+            return QStringLiteral("CUPS is not installed (packages cups, cups-client)");
+        const QString d = m_root.path();
+        QFile::setPermissions(d, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup
+                                     | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther);
+        for (const char* dir : {"conf", "spool/tmp", "state", "cache", "log", "bin/backend", "out"})
+            QDir().mkpath(d + u'/' + QLatin1String(dir));
+        for (const char* dir : {"cgi-bin", "daemon", "driver", "filter", "monitor", "notifier"})
+            QFile::link(QStringLiteral("/usr/lib/cups/") + QLatin1String(dir), d + QStringLiteral("/bin/") + QLatin1String(dir));
+        m_job = d + QStringLiteral("/out/job.pdf");
+        const bool written =
+            writeFile(d + QStringLiteral("/bin/backend/keep"),
+                      QStringLiteral("#!/bin/sh\n"
+                                     "if [ $# -eq 0 ]; then echo 'direct keep \"Unknown\" \"Keeps each job\"'; exit 0; fi\n"
+                                     "out=\"${DEVICE_URI#keep:}\"\n"
+                                     "if [ -n \"$6\" ]; then cat \"$6\" > \"$out.part\"; else cat > \"$out.part\"; fi\n"
+                                     "mv \"$out.part\" \"$out\"\n"),
+                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)
+            && writeFile(d + QStringLiteral("/conf/cupsd.conf"),
+                         QStringLiteral("Listen %1/cups.sock\nLogLevel warn\nWebInterface No\nBrowsing No\n"
+                                        "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n")
+                             .arg(d))
+            && writeFile(d + QStringLiteral("/conf/cups-files.conf"),
+                         QStringLiteral("ServerRoot %1/conf\nRequestRoot %1/spool\nTempDir %1/spool/tmp\n"
+                                        "StateDir %1/state\nCacheDir %1/cache\nServerBin %1/bin\n"
+                                        "DataDir /usr/share/cups\nAccessLog %1/log/access_log\n"
+                                        "ErrorLog %1/log/error_log\nPageLog %1/log/page_log\n")
+                             .arg(d));
+        if (!written)
+            return QStringLiteral("could not write the server's files under ") + d;
+        m_cupsd.setProcessChannelMode(QProcess::MergedChannels);
+        m_cupsd.start(cupsd, {"-f", "-c", d + QStringLiteral("/conf/cupsd.conf"), "-s",
+                              d + QStringLiteral("/conf/cups-files.conf")});
+        const QString socket = d + QStringLiteral("/cups.sock");
+        for (int i = 0; i < 100 && !QFile::exists(socket) && m_cupsd.state() != QProcess::NotRunning; ++i)
+            QTest::qWait(50);
+        if (!QFile::exists(socket))
+            return QStringLiteral("cupsd did not start: ") + QString::fromUtf8(m_cupsd.readAll());
+        qputenv("CUPS_SERVER", socket.toUtf8());
+        QProcess admin;
+        admin.start(lpadmin, {"-p", Queue, "-v", QStringLiteral("keep:") + m_job, "-E", "-m", "raw"});
+        admin.waitForFinished(30000);
+        if (admin.exitCode() != 0)
+            return QStringLiteral("lpadmin failed: ") + QString::fromUtf8(admin.readAllStandardError());
+        return {};
+    }
+
+private slots:
+    void initTestCase()
+    {
+        const QString why = startCups();
+        if (!why.isEmpty())
+            QSKIP(qPrintable(QStringLiteral("no CUPS here: ") + why));
+    }
+
+    void cleanupTestCase()
+    {
+        if (m_cupsd.state() != QProcess::NotRunning) {
+            m_cupsd.terminate();
+            if (!m_cupsd.waitForFinished(5000)) {
+                m_cupsd.kill();
+                m_cupsd.waitForFinished(5000);
+            }
+        }
+    }
+
+    void theReportPrintsOnARealQueue()
+    {
+        QVERIFY(QPrinterInfo::availablePrinterNames().contains(Queue)); // what the print dialog lists
+
+        test::TestWedding wedding;
+        wedding.createWedding(40, 12);
+        {
+            store::Database db = wedding.open();
+            store::SampleOptions options;
+            options.invitations = 100;
+            store::fillSampleWedding(db, options);
+        }
+        test::RunningProgram program;
+        QVERIFY(program.start(wedding.folder()));
+        program.main().toolButton(8)->trigger();
+        auto* preview = program.main().findChild<ui::ReportPreview*>();
+        QVERIFY(preview);
+        const int pages = int(preview->pages().pages.size());
+        QCOMPARE(pages, 3);
+
+        PrinterRequest queue;
+        queue.printerName = Queue;
+        program.prompts.expectPrinter(queue);
+        preview->printAction()->trigger();
+        QVERIFY(program.prompts.verifyDone());
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_job), 30000);
+
+        QCOMPARE(test::pdfPages(m_job), pages);
+        const QString text = test::pdfText(m_job);
+        for (const char* expected : {"רשימה של כל האורחים", "Page 2 of 3", "שם משפחה", "מס' ההזמנות"})
+            QVERIFY2(text.contains(QString::fromUtf8(expected)), expected);
+        program.stop();
+    }
+};
+
+VELMORA_TEST_MAIN(CupsPrintTest)
+#include "test_cupsprint.moc"

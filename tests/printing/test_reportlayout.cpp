@@ -1,0 +1,237 @@
+#include "TestMain.h"
+
+#include "app/Failure.h"
+#include "printing/PrinterCanvas.h"
+#include "printing/ReportLayout.h"
+
+using namespace velmora;
+using namespace velmora::printing;
+
+namespace {
+
+Control box(const QString& name, const QString& field, QRect rect)
+{
+    Control c;
+    c.name = name;
+    c.kind = ControlKind::TextBox;
+    c.dataField = field;
+    c.rect = rect;
+    return c;
+}
+
+std::shared_ptr<RecordSet> rows(int count)
+{
+    auto records = std::make_shared<RecordSet>();
+    records->appendField(QStringLiteral("Name"), 20);
+    records->open();
+    for (int i = 0; i < count; ++i)
+        records->addNew({QStringLiteral("name")}, {QStringLiteral("row %1").arg(i + 1)});
+    return records;
+}
+
+// Pages of 1440 between margins of 1000: a header of 200, a footer of 240 and detail bands
+// of 300 leave room for three bands a page and 300 over.
+Report smallReport(int records)
+{
+    Report report;
+    report.topMargin = report.bottomMargin = 1000;
+    report.section(SectionKind::PageHeader).height = 200;
+    report.section(SectionKind::PageFooter).height = 240;
+    Control page;
+    page.name = QStringLiteral("lblPage");
+    page.caption = QStringLiteral("%p/%P");
+    page.rect = QRect(0, 0, 1000, 240);
+    report.section(SectionKind::PageFooter).add(page);
+    Section& detail = report.section(SectionKind::Detail);
+    detail.height = 300;
+    detail.add(box(QStringLiteral("txtName"), QStringLiteral("NAME"), QRect(0, 0, 1000, 240)));
+    report.dataSource = rows(records);
+    return report;
+}
+
+const QSize Paper(4000, 3440);
+
+std::vector<QString> texts(const Page& page, const QString& control)
+{
+    std::vector<QString> found;
+    for (const PlacedItem& item : page.items) {
+        if (item.control == control)
+            found.push_back(item.text);
+    }
+    return found;
+}
+
+} // namespace
+
+class ReportLayoutTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void recordsKeepTheirFieldsAndWidths()
+    {
+        RecordSet records;
+        records.appendField(QStringLiteral("First"), 3);
+        records.appendField(QStringLiteral("Second"), 5);
+        records.open();
+        records.addNew();
+        records.setValue(QStringLiteral("second"), QStringLiteral("12345"));
+        records.update();
+        records.addNew({QStringLiteral("FIRST")}, {QStringLiteral("abc")}); // complete at once
+        QCOMPARE(records.recordCount(), 2);
+        QCOMPARE(records.value(0, 0), QString());
+        QCOMPARE(records.value(0, 1), QStringLiteral("12345"));
+        QCOMPARE(records.value(1, 0), QStringLiteral("abc"));
+        QCOMPARE(records.value(1, 1), QString());
+
+        const auto failureOf = [](auto&& work) {
+            try {
+                work();
+            } catch (const Failure& failure) {
+                return failure.number();
+            }
+            return 0;
+        };
+        records.addNew();
+        QCOMPARE(failureOf([&] { records.setValue(QStringLiteral("First"), QStringLiteral("abcd")); }), 3163);
+        QCOMPARE(failureOf([&] { records.setValue(QStringLiteral("Third"), QStringLiteral("a")); }), 3265);
+        QCOMPARE(failureOf([&] { records.appendField(QStringLiteral("Third"), 1); }), 3027);
+        records.update();
+        QCOMPARE(records.recordCount(), 3); // the refused values left the record empty
+        records.close();
+        QCOMPARE(records.recordCount(), 0);
+        QCOMPARE(failureOf([&] { records.addNew(); }), 3420);
+    }
+
+    void sectionsAndControlsAreFoundWhateverTheCase_data()
+    {
+        QTest::addColumn<QString>("section");
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<bool>("found");
+        QTest::newRow("as named") << "rptDetails" << "txtName" << true;
+        QTest::newRow("capitals") << "RPTDETAILS" << "TXTNAME" << true;
+        QTest::newRow("small") << "rptdetails" << "txtname" << true;
+        QTest::newRow("no such control") << "rptDetails" << "txtNames" << false;
+        QTest::newRow("no such section") << "rptDetail" << "txtName" << false;
+    }
+
+    void sectionsAndControlsAreFoundWhateverTheCase()
+    {
+        QFETCH(QString, section);
+        QFETCH(QString, control);
+        QFETCH(bool, found);
+        Report report = smallReport(0);
+        report.section(SectionKind::Detail).setName(QStringLiteral("rptDetails"));
+        try {
+            Control& c = report.section(section).control(control);
+            QVERIFY(found);
+            QCOMPARE(c.dataField, QStringLiteral("NAME"));
+        } catch (const Failure& failure) {
+            QVERIFY2(!found, qPrintable(failure.text()));
+            QCOMPARE(failure.number(), 3265);
+        }
+    }
+
+    void bandsFillPagesAndNumberThem_data()
+    {
+        QTest::addColumn<int>("records");
+        QTest::addColumn<QStringList>("pageTexts");
+        QTest::newRow("none") << 0 << QStringList{"1/1"};
+        QTest::newRow("one page full") << 3 << QStringList{"1/1"};
+        QTest::newRow("one over") << 4 << QStringList{"1/2", "2/2"};
+        QTest::newRow("three pages") << 7 << QStringList{"1/3", "2/3", "3/3"};
+    }
+
+    void bandsFillPagesAndNumberThem()
+    {
+        QFETCH(int, records);
+        QFETCH(QStringList, pageTexts);
+        const LaidOutReport laidOut = layOut(smallReport(records), Paper);
+        QCOMPARE(int(laidOut.pages.size()), pageTexts.size());
+        int record = 0;
+        for (size_t p = 0; p < laidOut.pages.size(); ++p) {
+            QCOMPARE(texts(laidOut.pages[p], QStringLiteral("lblPage")), std::vector<QString>{pageTexts[qsizetype(p)]});
+            for (const PlacedItem& item : laidOut.pages[p].items) {
+                if (item.control != QLatin1String("txtName"))
+                    continue;
+                QCOMPARE(item.record, record++);
+                QCOMPARE(item.text, QStringLiteral("row %1").arg(record));
+                QVERIFY(item.rect.bottom() < Paper.height() - 1000 - 240); // above the page footer
+                QVERIFY(item.rect.top() >= 1000 + 200);                      // below the page header
+            }
+        }
+        QCOMPARE(record, records);
+    }
+
+    // The third band of a page meets the page's end: kept together it goes on whole to the
+    // next page; else its first control stays and the second goes on.
+    void keptTogetherBandsNeverBreak_data()
+    {
+        QTest::addColumn<bool>("keepTogether");
+        QTest::addColumn<QList<int>>("pagesOfTheThirdBand");
+        QTest::newRow("kept together") << true << QList<int>{1, 1};
+        QTest::newRow("free to break") << false << QList<int>{0, 1};
+    }
+
+    void keptTogetherBandsNeverBreak()
+    {
+        QFETCH(bool, keepTogether);
+        QFETCH(QList<int>, pagesOfTheThirdBand);
+        Report report = smallReport(3);
+        Section& detail = report.section(SectionKind::Detail);
+        detail.height = 380;
+        detail.keepTogether = keepTogether;
+        detail.add(box(QStringLiteral("txtSecond"), QStringLiteral("Name"), QRect(0, 140, 1000, 240)));
+        detail.add(box(QStringLiteral("txtHidden"), QStringLiteral("Name"), QRect(0, 0, 100, 100))).visible = false;
+        const LaidOutReport laidOut = layOut(report, Paper);
+        QList<int> pages;
+        for (size_t p = 0; p < laidOut.pages.size(); ++p) {
+            for (const PlacedItem& item : laidOut.pages[p].items) {
+                QVERIFY(item.control != QLatin1String("txtHidden"));
+                if (item.record == 2)
+                    pages << int(p);
+                if (item.record >= 0)
+                    QVERIFY(item.rect.bottom() < Paper.height() - 1000 - 240);
+            }
+        }
+        QCOMPARE(pages, pagesOfTheThirdBand);
+    }
+
+    // Drawing without a report: each text at the place set, the next line at the left margin.
+    void theCanvasPrintsWhereItIsTold()
+    {
+        PrinterCanvas canvas;
+        canvas.CurrentX = 3700;
+        canvas.CurrentY = 500;
+        canvas.FontSize = 14;
+        canvas.FontBold = true;
+        canvas.Print(QStringLiteral("מפת השולחנות של כל האורחים"));
+        const int next = canvas.CurrentY;
+        canvas.FontSize = 8.28;
+        canvas.FontBold = false;
+        canvas.Print(QStringLiteral("Velmora"));
+        QImage icon(32, 32, QImage::Format_ARGB32);
+        icon.fill(Qt::red);
+        canvas.PaintPicture(icon, 900, 1700);
+        const LaidOutReport done = canvas.EndDoc();
+        QCOMPARE(done.pages.size(), size_t(1));
+        const auto& items = done.pages[0].items;
+        QCOMPARE(items.size(), size_t(3));
+        QCOMPARE(items[0].rect.topLeft(), QPoint(3700, 500));
+        QVERIFY(items[0].font.bold && items[0].font.points == 14);
+        QVERIFY(next > 500 + 14 * 20 && next < 500 + 14 * 20 * 2); // one line of 14 points further
+        QCOMPARE(items[1].rect.topLeft(), QPoint(0, next));
+        QCOMPARE(items[1].text, QStringLiteral("Velmora"));
+        QCOMPARE(items[2].rect, QRect(900, 1700, 480, 480)); // 32 pixels of the screen
+        QCOMPARE(canvas.EndDoc().pages[0].items.size(), size_t(0));
+    }
+
+    void aBoxBoundToAMissingFieldFails()
+    {
+        Report report = smallReport(1);
+        report.section(SectionKind::Detail).control(QStringLiteral("txtName")).dataField = QStringLiteral("Nome");
+        QVERIFY_THROWS_EXCEPTION(Failure, layOut(report, Paper));
+    }
+};
+
+VELMORA_TEST_MAIN(ReportLayoutTest)
+#include "test_reportlayout.moc"
