@@ -24,26 +24,27 @@ namespace {
 const QColor TableBlue(0xC0, 0xC0, 0xFF);
 const QColor LegendText(40, 40, 40);
 
-// The program's logo: two rings and the name, drawn to the size asked for.
+// The program's logo: two rings and the name, in the upper part of its box, since the
+// count of people runs along its foot.
 QPixmap logoPicture(QSize size)
 {
     QPixmap picture(size);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
-    const qreal ring = size.height() * 0.62;
-    const qreal top = (size.height() - ring) / 2;
-    QPen gold(QColor(0xC8, 0x9B, 0x3C), qMax(1.5, ring / 9));
-    painter.setPen(gold);
+    const qreal band = size.height() * 0.6;
+    const qreal ring = band * 0.8;
+    const qreal top = (band - ring) / 2;
+    painter.setPen(QPen(QColor(0xC8, 0x9B, 0x3C), qMax(1.2, ring / 9)));
     painter.drawEllipse(QRectF(2, top, ring, ring));
     painter.drawEllipse(QRectF(2 + ring * 0.55, top, ring, ring));
     QFont font(QStringLiteral("Liberation Serif"));
     font.setItalic(true);
     font.setBold(true);
-    font.setPixelSize(qMax(8, int(size.height() * 0.7)));
+    font.setPixelSize(qMax(8, int(band * 1.05)));
     painter.setFont(font);
     painter.setPen(QColor(0x80, 0, 0));
-    const QRectF name(2 + ring * 1.7, 0, size.width() - ring * 1.7 - 2, size.height());
+    const QRectF name(4 + ring * 1.6, 0, size.width() - ring * 1.6 - 4, band);
     painter.drawText(name, Qt::AlignAbsolute | Qt::AlignLeft | Qt::AlignVCenter, product::Title);
     return picture;
 }

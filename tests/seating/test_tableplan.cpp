@@ -7,6 +7,7 @@
 #include "seating/ui/TableMapWindow.h"
 #include "seating/ui/TableWindow.h"
 
+#include <QScreen>
 #include <QToolButton>
 
 using namespace velmora;
@@ -186,12 +187,16 @@ private slots:
         m_wedding->addInvitation(test::invitation("לוי", "שלושה", 3, 0, 9));
         QVERIFY(m_program.start(m_wedding->folder()));
         ui::TableMapWindow& map = m_program.map();
+        const QRect screen = map.screen()->availableGeometry();
+        map.move(screen.bottomRight() - QPoint(40, 40)); // the plan still opens whole on the screen
         map.selectTable(table);
         map.ViewTable();
         ui::TableWindow* window = map.tableWindow();
         QVERIFY(window);
         QVERIFY(QTest::qWaitForWindowExposed(window));
         QCOMPARE(window->size(), QSize(twipsToPixels(6615), twipsToPixels(4800)));
+        QVERIFY(screen.contains(window->frameGeometry()));
+        QVERIFY(window->frameGeometry().intersects(map.frameGeometry())); // beside the map, not anywhere
         QCOMPARE(window->findChild<QLabel*>(QStringLiteral("lblNumOfPpl"))->text(),
                  QStringLiteral("שולחן של %1 מוזמנים").arg(people));
 
