@@ -8,7 +8,6 @@
 #include "seating/ui/TableWindow.h"
 
 #include <QScreen>
-#include <QToolButton>
 
 using namespace velmora;
 using seating::Chair;
@@ -78,18 +77,14 @@ private slots:
         row("9: chair 0 where it is at 8", 9, 0, {2400, 360, 1575, 495});
         row("8: chair 4 at the bottom", 8, 4, {2400, 3240, 1575, 495});
         row("9: chair 4 not where it is at 8", 9, 4, {3480, 3360, 1575, 495});
-        row("8: chair 7", 8, 7, {480, 960, 1575, 495});
         row("9: chair 7 not where it is at 8", 9, 7, {240, 1800, 1575, 495});
-        row("9: chair 8", 9, 8, {480, 960, 1575, 495});
         row("10: chair 0 off centre", 10, 0, {3480, 240, 1575, 495});
         row("10: chair 9 its pair", 10, 9, {1440, 240, 1575, 495});
         row("11: chair 5 below the disc", 11, 5, {2520, 3120, 1575, 495});
         row("12: chair 11", 12, 11, {720, 600, 1575, 495});
-        row("13: chair 6", 13, 6, {3360, 3360, 1575, 495});
         row("14: chair 13", 14, 13, {840, 360, 1575, 495});
         row("15: chair 0 narrowed by 120", 15, 0, {3360, 240, 1455, 495});
         row("15: chair 14 narrowed from chair 0's new width", 15, 14, {1800, 240, 1335, 495});
-        row("15: chair 1 keeps its width", 15, 1, {4920, 360, 1575, 495});
     }
 
     void layouts()
@@ -223,7 +218,6 @@ private slots:
         QTest::keyClick(chair, Qt::Key_Backspace, Qt::NoModifier);
         QCOMPARE(chair->text(), before);
         QCOMPARE(before, people == 4 ? QStringLiteral("אברהם\nדן") : QStringLiteral("כהן\nרב"));
-        QCOMPARE(window->printButton()->toolTip(), QStringLiteral("לחץ פעמיים להדפסת סידור ההושבה לשולחן זה"));
         window->close();
     }
 };
