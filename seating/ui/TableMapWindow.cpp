@@ -589,7 +589,7 @@ void TableMapWindow::ViewTable()
     }
     if (m_tableWindow)
         m_tableWindow->close();
-    m_tableWindow = new TableWindow(m_state.CurTable, m_state.CurTableChairs, this);
+    m_tableWindow = new TableWindow(m_state, m_prompts, this);
     connect(m_tableWindow, &QObject::destroyed, this, [this, window = m_tableWindow] {
         if (m_tableWindow == window)
             m_tableWindow = nullptr;
