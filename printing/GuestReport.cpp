@@ -177,8 +177,9 @@ Report guestListDesign()
     for (const Total& line : totals()) {
         summary.add(label(QStringLiteral("Label%1").arg(n++), QRect(7370, line.top, 2835, 240), font(9.75, line.bold),
                           TextAlign::Right, QString::fromUtf8(line.caption)));
+        // Centred: a caption that fills its box would otherwise run into its number.
         summary.add(label(QString::fromUtf8(line.control), QRect(6236, line.top, 1140, 240), font(9.75, line.bold),
-                          TextAlign::Right));
+                          TextAlign::Centre));
     }
     return report;
 }
