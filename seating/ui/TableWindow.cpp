@@ -1,5 +1,7 @@
 #include "seating/ui/TableWindow.h"
 
+#include "printing/ui/PrinterPicture.h"
+
 #include "app/Product.h"
 #include "app/Prompts.h"
 #include "app/Twips.h"
@@ -49,26 +51,6 @@ QPixmap logoPicture(QSize size)
     return picture;
 }
 
-// A printer: body, paper in and out.
-QIcon printerPicture(int size)
-{
-    QPixmap picture(size, size);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const qreal u = size / 16.0;
-    painter.setPen(QPen(QColor(60, 60, 60), u * 0.8));
-    painter.setBrush(Qt::white);
-    painter.drawRect(QRectF(4 * u, 1.5 * u, 8 * u, 5 * u));
-    painter.setBrush(QColor(150, 150, 160));
-    painter.drawRoundedRect(QRectF(1.5 * u, 6 * u, 13 * u, 6 * u), u, u);
-    painter.setBrush(Qt::white);
-    painter.drawRect(QRectF(4 * u, 10 * u, 8 * u, 4.5 * u));
-    painter.setBrush(QColor(0, 160, 0));
-    painter.setPen(Qt::NoPen);
-    painter.drawEllipse(QPointF(12.5 * u, 8 * u), 0.8 * u, 0.8 * u);
-    return QIcon(picture);
-}
 
 QString shownChairText(const QString& text)
 {
@@ -174,7 +156,7 @@ TableWindow::TableWindow(WeddingState& state, Prompts& prompts, QWidget* parent)
     m_print->setAutoRaise(true);
     m_print->setFocusPolicy(Qt::NoFocus);
     m_print->setIconSize(m_print->size() - QSize(6, 6));
-    m_print->setIcon(printerPicture(m_print->iconSize().width()));
+    m_print->setIcon(QIcon(printerPicture(m_print->iconSize().width())));
     m_print->setToolTip(QStringLiteral("לחץ פעמיים להדפסת סידור ההושבה לשולחן זה"));
     m_print->setAccessibleName(m_print->toolTip());
 

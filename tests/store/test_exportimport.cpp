@@ -1,3 +1,4 @@
+#include "FullDisk.h"
 #include "Modal.h"
 #include "RunningProgram.h"
 #include "TestMain.h"
@@ -19,8 +20,6 @@
 #include <QLineEdit>
 #include <QTableView>
 
-#include <csignal>
-#include <sys/resource.h>
 
 using namespace velmora;
 
@@ -58,28 +57,6 @@ QString overwriteQuestion(const QString& path)
 {
     return QStringLiteral("?") + path + QStringLiteral(" האם ברצונך לשכתב");
 }
-
-// Writes past `limit` bytes fail with EFBIG for as long as this lives, as on a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t limit)
-    {
-        getrlimit(RLIMIT_FSIZE, &m_saved);
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit cut = m_saved;
-        cut.rlim_cur = limit;
-        setrlimit(RLIMIT_FSIZE, &cut);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_saved);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_saved{};
-    void (*m_handler)(int) = nullptr;
-};
 
 } // namespace
 
@@ -362,7 +339,7 @@ private slots:
         PendingFailure pending;
         QString folder;
         {
-            const FileSizeLimit disk(100000);
+            const test::FullDisk disk(100000);
             if (exporting) {
                 m_prompts.expectSaveFile(away("chosen.mdb"));
                 m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away("chosen.mdb")), DefaultCaption,
