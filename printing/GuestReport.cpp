@@ -56,20 +56,20 @@ const QColor TwinText(0x80, 0x80, 0x80);
 
 FontSpec font(double points, bool bold = false)
 {
-    FontSpec spec;
-    spec.points = points;
-    spec.bold = bold;
-    return spec;
+    FontSpec style;
+    style.points = points;
+    style.bold = bold;
+    return style;
 }
 
-Control label(const QString& name, QRect rect, FontSpec spec, TextAlign align = TextAlign::Left,
+Control label(const QString& name, QRect rect, FontSpec style, TextAlign align = TextAlign::Left,
               const QString& caption = {})
 {
     Control c;
     c.name = name;
     c.kind = ControlKind::Label;
     c.rect = rect;
-    c.font = spec;
+    c.font = style;
     c.alignment = align;
     c.caption = caption;
     return c;

@@ -23,14 +23,14 @@ constexpr double MinNarrowing = 0.75;
 
 // Fonts are sized in twips, the unit the painter works in, so no device's idea of its own
 // resolution changes a size.
-QFont fontFor(const FontSpec& spec)
+QFont fontFor(const FontSpec& style)
 {
-    QFont font(spec.family);
-    font.setPixelSize(std::max(1, int(std::lround(pointsToTwips(spec.points)))));
-    font.setBold(spec.bold);
-    font.setItalic(spec.italic);
-    font.setUnderline(spec.underline);
-    font.setStrikeOut(spec.strikeOut);
+    QFont font(style.family);
+    font.setPixelSize(std::max(1, int(std::lround(pointsToTwips(style.points)))));
+    font.setBold(style.bold);
+    font.setItalic(style.italic);
+    font.setUnderline(style.underline);
+    font.setStrikeOut(style.strikeOut);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setKerning(false);
     return font;

@@ -17,12 +17,12 @@ PrinterCanvas::PrinterCanvas(QSize paper)
 
 void PrinterCanvas::Print(const QString& text)
 {
-    FontSpec spec;
-    spec.points = FontSize;
-    spec.bold = FontBold;
-    QFont font(spec.family);
-    font.setPixelSize(std::max(1, int(std::lround(pointsToTwips(spec.points))))); // twips, as the painter sizes it
-    font.setBold(spec.bold);
+    FontSpec style;
+    style.points = FontSize;
+    style.bold = FontBold;
+    QFont font(style.family);
+    font.setPixelSize(std::max(1, int(std::lround(pointsToTwips(style.points))))); // twips, as the painter sizes it
+    font.setBold(style.bold);
     const QFontMetricsF metrics(font);
     if (!text.isEmpty()) {
         PlacedItem item;
@@ -31,7 +31,7 @@ void PrinterCanvas::Print(const QString& text)
         item.rect = QRect(CurrentX, CurrentY, int(std::ceil(metrics.horizontalAdvance(text))) + 60,
                           int(std::ceil(metrics.height())));
         item.text = text;
-        item.font = spec;
+        item.font = style;
         item.color = Qt::black;
         m_out.pages.back().items.push_back(std::move(item));
     }
