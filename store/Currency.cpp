@@ -23,13 +23,13 @@ bool isAsciiDigit(QChar c)
 
 class Reader {
 public:
-    Reader(const QString& text, bool amount) : m_text(text.trimmed()), m_amount(amount) {}
+    explicit Reader(const QString& text) : m_text(text.trimmed()) {}
 
     std::optional<Decimal> read()
     {
         bool signSeen = readSign();
         bool shekelSeen = false;
-        if (m_amount && peek() == Shekel) {
+        if (peek() == Shekel) {
             shekelSeen = true;
             ++m_at;
             skipBlanks();
@@ -38,7 +38,7 @@ public:
             readSign();
         if (!readBody())
             return std::nullopt;
-        if (m_amount && !shekelSeen) {
+        if (!shekelSeen) {
             skipBlanks();
             if (peek() == Shekel)
                 ++m_at;
@@ -93,7 +93,7 @@ private:
                 digit(c, false);
                 ++run;
                 ++count;
-            } else if (m_amount && c == u',') {
+            } else if (c == u',') {
                 if (run == 0 || run > 3 || (grouped && run != 3))
                     return -1;
                 grouped = true;
@@ -120,7 +120,7 @@ private:
         }
         if (count == 0)
             return false;
-        if (m_amount && (peek() == u'e' || peek() == u'E')) {
+        if ((peek() == u'e' || peek() == u'E')) {
             ++m_at;
             bool negative = false;
             if (peek() == u'-' || peek() == u'+') {
@@ -139,7 +139,6 @@ private:
     }
 
     QString m_text;
-    bool m_amount;
     qsizetype m_at = 0;
     Decimal m_number;
 };
@@ -168,20 +167,14 @@ std::optional<Currency> toCurrency(const Decimal& number)
 
 } // namespace
 
-std::optional<Currency> Currency::parse(const QString& text)
-{
-    const std::optional<Decimal> number = Reader(text, false).read();
-    return number ? toCurrency(*number) : std::nullopt;
-}
-
 bool Currency::isAmountText(const QString& text)
 {
-    return Reader(text, true).read().has_value();
+    return Reader(text).read().has_value();
 }
 
 std::optional<Currency> Currency::fromAmountText(const QString& text)
 {
-    const std::optional<Decimal> number = Reader(text, true).read();
+    const std::optional<Decimal> number = Reader(text).read();
     return number ? toCurrency(*number) : std::nullopt;
 }
 

@@ -19,10 +19,6 @@ struct Currency {
 
     static Currency fromUnits(qint64 units) { return Currency{units}; }
     static Currency fromWhole(qint64 whole) { return Currency{whole * Scale}; }
-    // Exact parse of a decimal text ("1234", "-12.5", " 0.0001 "); more than four decimals
-    // round half away from zero. Nothing for text that isn't a plain decimal number or is
-    // out of range.
-    static std::optional<Currency> parse(const QString& text);
     // An amount as people here write money, the one rule for what the program takes as a
     // number of shekels and what the store converts:
     //   blanks around; one sign "+" or "-"; one "₪" before or after the number, blanks

@@ -30,6 +30,8 @@ private slots:
         QTest::newRow("plus and blanks") << "  +7  " << true << qint64(70000);
         QTest::newRow("exponent") << "1.5e3" << true << qint64(15000000);
         QTest::newRow("negative exponent") << "25E-1" << true << qint64(25000);
+        QTest::newRow("one unit") << "0.0001" << true << qint64(1);
+        QTest::newRow("five decimals round") << "1.23456" << true << qint64(12346);
         QTest::newRow("point first") << ".5" << true << qint64(5000);
         QTest::newRow("below half a unit") << "0.00004999" << true << qint64(0);
         QTest::newRow("tiny exponent") << "1e-999999999999" << true << qint64(0);
@@ -90,6 +92,12 @@ private slots:
         QCOMPARE(Currency::add(Currency{Max - 1}, Currency{1})->units, Max);
         QVERIFY(!Currency::add(Currency{Max}, Currency{1}));
         QVERIFY(!Currency::add(Currency{-Max}, Currency{-1}));
+        Currency sum;
+        for (int i = 0; i < 10; ++i)
+            sum = sum + *Currency::fromAmountText(QStringLiteral("0.1"));
+        QCOMPARE(sum, Currency::fromWhole(1));
+        QCOMPARE(Currency::fromUnits(-5).toString(), QStringLiteral("-0.0005"));
+        QCOMPARE(Currency::fromWhole(2500).toString(), QStringLiteral("2500"));
     }
 };
 

@@ -234,21 +234,6 @@ private slots:
         QCOMPARE(check.value(QStringLiteral("SEATS")).toInt(), 1);
     }
 
-    void currencyIsExact()
-    {
-        for (const auto& [text, units] : {std::pair("0.0001", qint64(1)), {"-12.5", -125000}, {"1.23456", 12346},
-                                          {"922337203685477.5807", std::numeric_limits<qint64>::max()}})
-            QCOMPARE(Currency::parse(QString::fromLatin1(text))->units, units);
-        for (const char* refused : {"1,000", ".", "9223372036854775807"})
-            QVERIFY2(!Currency::parse(QString::fromLatin1(refused)), refused);
-        QCOMPARE(Currency::fromUnits(-5).toString(), QStringLiteral("-0.0005"));
-        QCOMPARE(Currency::fromWhole(2500).toString(), QStringLiteral("2500"));
-        Currency sum;
-        for (int i = 0; i < 10; ++i)
-            sum = sum + *Currency::parse(QStringLiteral("0.1"));
-        QCOMPARE(sum, Currency::fromWhole(1));
-    }
-
     void deleteAndAddNewKeepTheSetInStep()
     {
         Database db = peopleDb(path("delete.mdb"));
