@@ -162,7 +162,6 @@ private slots:
         using P = std::optional<QPoint>;
         const std::optional<int> no;
         // Two screens side by side (see below); built 800 by 450, at least 300 by 200.
-        QTest::newRow("as stored") << StoredPlacement{100, 80, 900, 500} << P({100, 80}) << QSize(900, 500);
         QTest::newRow("nothing stored") << StoredPlacement{} << P() << QSize(800, 450);
         QTest::newRow("only a size") << StoredPlacement{no, 50, 1000, 700} << P() << QSize(1000, 700);
         QTest::newRow("largest numbers") << StoredPlacement{INT_MAX, INT_MAX, INT_MAX, INT_MAX} << P({1920, 0})
