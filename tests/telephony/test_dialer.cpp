@@ -266,7 +266,7 @@ private slots:
     }
 
     // How a call ends, by what the modem and the user do at moments of the clock: "500 cancel",
-    // "700 dial <number>", "1100 close Ok|Cancel", "1200 end" (the program ends).
+    // "700 dial <number>", "1100 close Ok|Cancel" (the program ending is in the main window test).
     void aCallEndsAsTheModemAndTheUserDecide_data()
     {
         QTest::addColumn<Ports>("ports");
@@ -292,8 +292,6 @@ private slots:
         QTest::newRow("cancel while searching, then a modem: dialled and hung up at once")
             << modemOn(3) << QStringList{"500 cancel"} << QStringList()
             << QStringList{"3 ATDT0501234567;\r", "3 ATH\r"};
-        QTest::newRow("cancel while searching, no modem") << Ports() << QStringList{"500 cancel"}
-                                                          << QStringList{NoModem} << QStringList();
         QTest::newRow("dial again after a cancelled search: the search ends, the new call runs")
             << modemOn(2) << QStringList{"500 cancel", "700 dial 03-1111111"} << pickUp
             << QStringList{"2 ATDT031111111;\r", "2 ATH\r"};
@@ -303,8 +301,6 @@ private slots:
             << Ports() << QStringList{"1400 close Ok"} << QStringList{"quit Ok"} << QStringList();
         QTest::newRow("quit while dialling, Cancel") << modemOn(1) << QStringList{"1100 close Cancel"}
                                                      << QStringList{"quit Cancel"} + pickUp << dialled;
-        QTest::newRow("the program ends while dialling") << modemOn(1, -1) << QStringList{"1200 end"}
-                                                         << QStringList() << dialled;
     }
     void aCallEndsAsTheModemAndTheUserDecide()
     {
@@ -320,10 +316,8 @@ private slots:
                     QTest::mouseClick(m_window->cmdCancel, Qt::LeftButton);
                 else if (words[1] == u"dial")
                     dial(words[2]);
-                else if (words[1] == u"close")
-                    m_window->close();
                 else
-                    m_clock->ending = true;
+                    m_window->close();
             });
         }
         bool stays = true;
