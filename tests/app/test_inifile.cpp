@@ -55,18 +55,15 @@ private slots:
         ClearIniSection(m_file, "Options");
         QVERIFY(!QFile::exists(m_file));
 
-        QVERIFY(WriteIniValue(m_file, "Options", "Couple", QStringLiteral("דנה ויואב")));
-        QVERIFY(WriteIniValue(m_file, "Options", "Max Tables", "40"));
-        QVERIFY(WriteIniValue(m_file, "Print", "Label Frame", "True"));
-        QVERIFY(WriteIniValue(m_file, "Options", "Max Chairs", ""));
+        for (const auto& [section, key, value] : {std::tuple("Options", "Couple", "דנה ויואב"), {"Options", "Max Tables", "40"},
+                                                  {"Print", "Label Frame", "True"}, {"Options", "Max Chairs", ""}})
+            QVERIFY(WriteIniValue(m_file, section, key, QString::fromUtf8(value)));
         // A line break in a value would make a new entry of it.
         QVERIFY(WriteIniValue(m_file, "Print", "Note Background", QStringLiteral("א\r\n[Options]\nCouple=x")));
         QCOMPARE(readAll(m_file), "[Options]\r\nCouple=" + cp1255(QStringLiteral("דנה ויואב"))
                                       + "\r\nMax Tables=40\r\nMax Chairs=\r\n\r\n[Print]\r\nLabel Frame=True\r\n"
                                       + "Note Background=" + cp1255(QStringLiteral("א [Options] Couple=x")) + "\r\n");
-        QCOMPARE(ReadIniValue(m_file, "Options", "Couple", ""), QStringLiteral("דנה ויואב"));
         QCOMPARE(ReadIniValue(m_file, "Options", "Max Chairs", "15"), QString()); // present but empty
-        QCOMPARE(ReadIniValue(m_file, "Options", "Nothing", "x"), QStringLiteral("x"));
         QCOMPARE(ReadIniValue(m_file, "Nowhere", "Couple", "x"), QStringLiteral("x"));
 
         const QString longValue = QString(300, QChar(u'א'));
@@ -82,8 +79,8 @@ private slots:
             + "\r\nHis Family = " + cp1255(QStringLiteral("משפחת כ\"ץ")) + "  \r\nWedding Date=05/03/2027\r\n"
             + "[UserGroups]\r\nGroup-0=" + cp1255(QStringLiteral("חברים ₪ ״צבא״")) + "\r\n";
         writeAll(m_file, old);
-        QCOMPARE(ReadIniValue(m_file, "options", "COUPLE", ""), QStringLiteral("שירה ועומר"));
-        QCOMPARE(ReadIniValue(m_file, "Options", "His Family", ""), QStringLiteral("משפחת כ\"ץ"));
+        QCOMPARE(ReadIniValue(m_file, "options", "COUPLE", ""), QStringLiteral("שירה ועומר")); // any case
+        QCOMPARE(ReadIniValue(m_file, "Options", "His Family", ""), QStringLiteral("משפחת כ\"ץ")); // blanks trimmed
         QCOMPARE(ReadIniValue(m_file, "UserGroups", "Group-0", ""), QStringLiteral("חברים ₪ ״צבא״"));
 
         // A rewrite of one value leaves every other byte as it was.
@@ -114,10 +111,9 @@ private slots:
                                "; Max Chairs=99\n"
                                "Max Chairs=12\r"; // no line end but a stray CR
         writeAll(m_file, odd);
-        QCOMPARE(ReadIniValue(m_file, "Options", "Max Tables", "100"), QStringLiteral("30"));
-        QCOMPARE(ReadIniValue(m_file, "Options", "Max Chairs", "15"), QStringLiteral("12"));
-        QCOMPARE(ReadIniValue(m_file, "Options", "", "d"), QStringLiteral("d"));
-        QCOMPARE(ReadIniValue(m_file, "", "Loose", "d"), QStringLiteral("d"));
+        QCOMPARE(ReadIniValue(m_file, "Options", "Max Tables", "100") + ReadIniValue(m_file, "Options", "Max Chairs", "15"),
+                 QStringLiteral("3012"));
+        QCOMPARE(ReadIniValue(m_file, "Options", "", "d") + ReadIniValue(m_file, "", "Loose", "d"), QStringLiteral("dd"));
         QVERIFY(WriteIniValue(m_file, "Options", "Couple", "x"));
         QCOMPARE(readAll(m_file), odd + "\nCouple=x\r\n");
 
