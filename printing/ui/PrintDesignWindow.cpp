@@ -107,7 +107,9 @@ PrintDesignWindow::PrintDesignWindow(WeddingState& state, Prompts& prompts, QWid
     : QDialog(parent), m_state(state), m_prompts(prompts)
 {
     setObjectName(QStringLiteral("frmPrint"));
-    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    // A small fixed dialog: a close box only.
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint
+                   | Qt::MSWindowsFixedSizeDialogHint);
     setFont(QFont(QStringLiteral("Arial"), 8));
     setFixedSize(twipsToPixels(ClientWidth), twipsToPixels(ClientHeight));
     build();
