@@ -1,13 +1,16 @@
 #include "Modal.h"
+#include "RunningProgram.h"
 #include "ScriptedPrompts.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
 #include "app/IniFile.h"
+#include "app/ui/MainWindow.h"
 #include "printing/PrintDesign.h"
 #include "printing/ui/PrintDesignWindow.h"
 
 #include <QAccessible>
+#include <QAction>
 #include <QCheckBox>
 #include <QDir>
 #include <QImageReader>
@@ -237,6 +240,38 @@ private slots:
         QCOMPARE(iniLines(), (QStringList{"[Print]", "Label Color=-2147483640", "Label Address=True",
                                           "Label Frame=False", "Note Frame=False", "Note Color=0",
                                           "Note Background=עיצוב ללא רקע"}));
+    }
+
+    void theCommandsOpenTheirPage_data()
+    {
+        QTest::addColumn<QString>("menu");
+        QTest::addColumn<int>("button");
+        QTest::addColumn<qint32>("page");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("labels") << "mnuPrintEnvLables" << 7 << printing::LabelsPage << "עיצוב מדבקות";
+        QTest::newRow("notes") << "mnuPrintSittingNotes" << 9 << printing::NotesPage << "עיצוב פתקי הושבה";
+    }
+    void theCommandsOpenTheirPage()
+    {
+        QFETCH(QString, menu);
+        QFETCH(int, button);
+        QFETCH(qint32, page);
+        QFETCH(QString, title);
+        m_wedding->createWedding(20);
+        m_wedding->addInvitation(test::invitation("כהן", "דנה", 2, 1));
+        test::RunningProgram program;
+        QVERIFY(program.start(m_wedding->folder()));
+        for (QAction* command : {program.main().action(menu), program.main().toolButton(button)}) {
+            program.state.PrintPage = 0;
+            QString shown;
+            test::NextModal window([&](QWidget* modal) {
+                shown = modal->windowTitle();
+                modal->close();
+            });
+            command->trigger();
+            QCOMPARE(shown, title);
+            QCOMPARE(program.state.PrintPage, page);
+        }
     }
 
     // A wedding without a design folder gets the designs that come with the program; a
