@@ -17,7 +17,7 @@ QString DesignFolder(const QString& appPath)
     return appPath + QStringLiteral("design") + QDir::separator();
 }
 
-int DesignScan::ScanFiles(const QString& pattern)
+int DrvScan::ScanFiles(const QString& pattern)
 {
     const QFileInfo where(pattern);
     const QRegularExpression wildcard(
@@ -38,19 +38,19 @@ int DesignScan::ScanFiles(const QString& pattern)
             found.append(name);
     }
     if (!found.isEmpty())
-        designFiles = found;
+        DesignFiles = found;
     return int(found.size());
 }
 
 QStringList LoadStyles(WeddingState& state)
 {
     QStringList entries{NoBackground};
-    DesignScan scan;
+    DrvScan scan;
     const int count = scan.ScanFiles(DesignFolder(state.AppPath) + QStringLiteral("*.gif"));
     bool listed = false;
     for (int i = 0; i < count; ++i) {
-        entries.append(scan.designFiles[i]);
-        listed = listed || scan.designFiles[i] == state.NoteStyle;
+        entries.append(scan.DesignFiles[i]);
+        listed = listed || scan.DesignFiles[i] == state.NoteStyle;
     }
     if (!listed || state.NoteStyle.trimmed().isEmpty())
         state.NoteStyle = NoBackground;

@@ -26,11 +26,11 @@ QString DesignFolder(const QString& appPath);
 // in the order the file system gives, matching the wildcard without regard to case, and
 // takes each entry that is not a folder and ends in the pattern's last four characters,
 // again without regard to case: "a.GIF" is taken, "a.gifx" is not. Returns the count and
-// leaves the names in designFiles; a search that finds nothing leaves designFiles as it was.
-class DesignScan {
+// leaves the names in DesignFiles; a search that finds nothing leaves DesignFiles as it was.
+class DrvScan {
 public:
     int ScanFiles(const QString& pattern);
-    QStringList designFiles;
+    QStringList DesignFiles;
 };
 
 // The entries of the design list: "עיצוב ללא רקע", then the wedding's designs in the order

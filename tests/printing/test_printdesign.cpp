@@ -94,11 +94,11 @@ private slots:
             put(designs() + name);
         for (const QString& name : folders)
             QVERIFY(QDir().mkpath(designs() + name));
-        printing::DesignScan scan;
-        scan.designFiles = QStringList{"earlier.gif"};
+        printing::DrvScan scan;
+        scan.DesignFiles = QStringList{"earlier.gif"};
         const int count = scan.ScanFiles(designs() + "*.gif");
         QCOMPARE(count, taken == QStringList{"earlier.gif"} ? 0 : int(taken.size()));
-        QStringList found = scan.designFiles;
+        QStringList found = scan.DesignFiles;
         found.sort();
         QCOMPARE(found, taken);
 
@@ -107,7 +107,7 @@ private slots:
         const QStringList entries = printing::LoadStyles(state());
         QCOMPARE(entries.first(), printing::NoBackground);
         if (count > 0)
-            QCOMPARE(entries.mid(1), scan.designFiles);
+            QCOMPARE(entries.mid(1), scan.DesignFiles);
         QCOMPARE(state().NoteStyle, files.contains("c.Gif") ? QString("c.Gif") : printing::NoBackground);
     }
 
