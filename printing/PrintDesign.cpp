@@ -27,7 +27,8 @@ int DrvScan::ScanFiles(const QString& pattern)
     const QString suffix = pattern.right(4);
 
     QStringList found;
-    QDirIterator entries(where.path(), QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    // Hidden files (".name") stay out, as this system's own listings leave them out.
+    QDirIterator entries(where.path(), QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
     while (entries.hasNext()) {
         entries.next();
         const QFileInfo entry = entries.fileInfo();
