@@ -16,6 +16,7 @@
 #include "guests/ui/OptionsWindow.h"
 #include "printing/GuestReport.h"
 #include "printing/ui/GuestReportPreview.h"
+#include "printing/ui/PrintDesignWindow.h"
 #include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
 #include "store/ExportImport.h"
@@ -176,6 +177,8 @@ void MainWindow::wireCommands()
     on("popOptions", [this] { openOptions(); });
     on("mnuDial", [this] { DialNum(); });
     on("mnuPrintReport", [this] { PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this); });
+    on("mnuPrintEnvLables", [this] { openPrintDesign(1); });
+    on("mnuPrintSittingNotes", [this] { openPrintDesign(2); });
     on("popShowTablesMap", [this] {
         QAction* tick = action(QStringLiteral("popShowTablesMap"));
         tick->setChecked(!tick->isChecked());
@@ -244,8 +247,14 @@ void MainWindow::onToolbar(QAction* button)
     case 6:
         openBudget();
         break;
+    case 7:
+        openPrintDesign(1);
+        break;
     case 8:
         PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this);
+        break;
+    case 9:
+        openPrintDesign(2);
         break;
     case 10:
         ShowHideTablesMap();
@@ -279,6 +288,23 @@ void MainWindow::ShowHideTablesMap()
         mapHidden();
     }
     m_toolbar->update();
+}
+
+void MainWindow::openPrintDesign(qint32 page)
+{
+    m_state.PrintPage = page;
+    printing::ui::PrintDesignWindow::open(m_state, m_prompts, {[this] { PrintLabels(); }, [this] { PrintSittingNote(); }},
+                                          this);
+}
+
+void MainWindow::PrintLabels()
+{
+    // Built by the envelope labels report.
+}
+
+void MainWindow::PrintSittingNote()
+{
+    // Built by the seating notes report.
 }
 
 void MainWindow::openBudget()
