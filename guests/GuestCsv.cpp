@@ -271,9 +271,13 @@ std::vector<ImportRow> GuestImport::check(const store::CsvTable& table, const Co
             refuse(QStringLiteral("שורת כותרות חוזרת."));
             continue;
         }
+        // Fields of one line take a break in a cell as a blank, as a line edit takes a pasted one.
         auto cell = [&](ImportField f, const QString& unmapped = {}) {
             const int c = map[size_t(f)];
-            return c < 0 ? unmapped : c < cells.size() ? unguarded(cells[c]) : QString();
+            QString text = c < 0 ? unmapped : c < cells.size() ? unguarded(cells[c]) : QString();
+            if (f != ImportField::Address && f != ImportField::Remark)
+                text.replace(u'\n', u' ');
+            return text;
         };
         InvitationForm& form = row.form;
         form.familyName = cell(ImportField::FamilyName);
@@ -341,7 +345,7 @@ std::vector<ImportRow> GuestImport::check(const store::CsvTable& table, const Co
         }
         if (duplicate && !updating) {
             row.kind = ImportRow::Kind::Skip;
-            row.reason = QStringLiteral("קיימת כבר הזמנה זהה ברשימה.");
+            row.reason = DuplicateMessage;
             out.push_back(row);
             continue;
         }

@@ -231,7 +231,7 @@ ImportWindow::ImportWindow(const WeddingState& state, Prompts& prompts, store::C
 
     resize(980, 560);
     recheck();
-    this->grid->resizeColumnToContents(0);
+    this->grid->resizeColumnsToContents();
 }
 
 ImportWindow::~ImportWindow() = default;
