@@ -1,5 +1,6 @@
 #include "guests/GuestCsv.h"
 
+#include "app/PendingFailure.h"
 #include "app/Prompts.h"
 #include "app/TextNumbers.h"
 #include "app/WeddingState.h"
@@ -223,16 +224,19 @@ void GuestImport::readList(store::Recordset& list)
         return;
     const int family = list.fieldIndex(QStringLiteral("FAMILY_NAME")), first = list.fieldIndex(QStringLiteral("FIRST_NAME")),
               table = list.fieldIndex(QStringLiteral("TABLE_NO")), people = list.fieldIndex(QStringLiteral("INV_NUM"));
+    const QString openingGroup = m_state.CurGroup == m_state.AllGuests ? m_state.CoupleName : m_state.CurGroup;
     for (list.moveFirst(); !list.eof(); list.moveNext()) {
         const QVariant tableNo = list.value(table);
-        const Stored stored{list.absolutePosition(), tableNo.isNull() ? 0 : std::max(0, tableNo.toInt()),
-                            list.value(people).toInt()};
-        if (stored.table > 0)
-            m_seated[stored.table] += stored.people;
+        const int seat = tableNo.isNull() ? 0 : std::max(0, tableNo.toInt());
+        if (seat > 0)
+            m_seated[seat] += list.value(people).toInt();
         // The dialog's search stops at the first row of a pair.
         const QString pair = list.value(family).toString() + QChar(0) + list.value(first).toString();
-        if (!m_pairs.contains(pair))
-            m_pairs.insert(pair, stored);
+        if (m_pairs.contains(pair))
+            continue;
+        PendingFailure unreadable; // a Null the form can't show: the file's cell or an empty field takes its place
+        m_pairs.insert(pair, Stored{list.absolutePosition(), seat, list.value(people).toInt(),
+                                    ReadInvitation(m_state, list, openingGroup, unreadable)});
     }
 }
 
@@ -272,52 +276,68 @@ std::vector<ImportRow> GuestImport::check(const store::CsvTable& table, const Co
             continue;
         }
         // Fields of one line take a break in a cell as a blank, as a line edit takes a pasted one.
-        auto cell = [&](ImportField f, const QString& unmapped = {}) {
+        auto cell = [&](ImportField f) {
             const int c = map[size_t(f)];
-            QString text = c < 0 ? unmapped : c < cells.size() ? unguarded(cells[c]) : QString();
+            QString text = c >= 0 && c < cells.size() ? unguarded(cells[c]) : QString();
             if (f != ImportField::Address && f != ImportField::Remark)
                 text.replace(u'\n', u' ');
             return text;
         };
+        const auto mapped = [&map](ImportField f) { return map[size_t(f)] >= 0; };
         InvitationForm& form = row.form;
         form.familyName = cell(ImportField::FamilyName);
         form.firstName = cell(ImportField::FirstName);
-        form.phones = cell(ImportField::Phones);
-        form.address = cell(ImportField::Address);
-        form.invNum = cell(ImportField::People, QStringLiteral("2"));
-        form.group = Trim(cell(ImportField::Group));
-        form.remark = cell(ImportField::Remark);
-        form.tableNo = cell(ImportField::Table);
-        form.invSent = sentOf(cell(ImportField::Sent));
-        // Without a kind, a gift marked "₪" or a number is money and anything else a description.
-        QString gift = Trim(cell(ImportField::Gift));
-        const bool shekel = gift.startsWith(Shekel) || gift.endsWith(Shekel);
-        if (shekel)
-            gift = Trim(gift.remove(Shekel));
-        form.present = gift;
+        const QString pair = key(form);
+        const auto existing = pairs.constFind(pair);
+        const bool duplicate = existing != pairs.constEnd();
+        const bool updating = duplicate && duplicates == Duplicates::Update;
+        if (updating) { // the row as stored, with what the file has put over it
+            const InvitationForm names = form;
+            form = existing->form;
+            form.familyName = names.familyName;
+            form.firstName = names.firstName;
+        }
+        for (const auto& [field, text] : {std::pair{ImportField::Phones, &form.phones}, std::pair{ImportField::Address, &form.address},
+                                          std::pair{ImportField::People, &form.invNum}, std::pair{ImportField::Remark, &form.remark},
+                                          std::pair{ImportField::Table, &form.tableNo}}) {
+            if (mapped(field))
+                *text = cell(field);
+        }
+        if (mapped(ImportField::Sent))
+            form.invSent = sentOf(cell(ImportField::Sent));
+        const QString groupText = Trim(cell(ImportField::Group));
+        if (!groupText.isEmpty() || !updating)
+            form.group = groupText;
         const QString kindText = cell(ImportField::GiftKind);
         const auto kind = giftKindOf(kindText);
         if (!kind) {
             refuse(QStringLiteral("השדה סוג מתנה אינו מוכר: ") + Trim(kindText));
             continue;
         }
-        form.gift = *kind ? **kind
-                  : shekel || gift.isEmpty() || IsNumeric(gift) ? InvitationForm::Gift::Cheque
-                                                               : InvitationForm::Gift::Other;
-        const QString answerText = cell(ImportField::Answer);
-        const auto answer = answerOf(answerText);
-        if (!answer) {
-            refuse(QStringLiteral("השדה אישור אינו מוכר: ") + Trim(answerText));
-            continue;
+        if (mapped(ImportField::Gift)) {
+            // Without a kind, a gift marked "₪" or a number is money and anything else a description.
+            QString gift = Trim(cell(ImportField::Gift));
+            const bool shekel = gift.startsWith(Shekel) || gift.endsWith(Shekel);
+            if (shekel)
+                gift = Trim(gift.remove(Shekel));
+            form.present = gift;
+            form.gift = shekel || gift.isEmpty() || IsNumeric(gift) ? InvitationForm::Gift::Cheque
+                                                                    : InvitationForm::Gift::Other;
         }
-        form.confirmOk = *answer == 1;
-        form.confirmNotOk = *answer == 2;
-        form.confirmUnknown = *answer == 3;
+        if (*kind)
+            form.gift = **kind;
+        if (mapped(ImportField::Answer)) {
+            const QString answerText = cell(ImportField::Answer);
+            const auto answer = answerOf(answerText);
+            if (!answer) {
+                refuse(QStringLiteral("השדה אישור אינו מוכר: ") + Trim(answerText));
+                continue;
+            }
+            form.confirmOk = *answer == 1;
+            form.confirmNotOk = *answer == 2;
+            form.confirmUnknown = *answer == 3;
+        }
 
-        const QString pair = key(form);
-        const auto existing = pairs.constFind(pair);
-        const bool duplicate = existing != pairs.constEnd();
-        const bool updating = duplicate && duplicates == Duplicates::Update;
         const int tableNo = int(LeadingNumber(form.tableNo));
         const int own = updating && existing->table == tableNo ? existing->people : 0;
         if (const auto refusal = CheckInvitation(m_state, form, seatedCount, own)) {
@@ -358,7 +378,7 @@ std::vector<ImportRow> GuestImport::check(const store::CsvTable& table, const Co
             row.kind = ImportRow::Kind::Add;
         }
         const Stored now{updating ? existing->position : -1 - int(out.size()), storedTable(form, !updating),
-                         int(LeadingNumber(form.invNum))};
+                         int(LeadingNumber(form.invNum)), form};
         if (now.table > 0)
             seated[now.table] += now.people;
         pairs.insert(pair, now);

@@ -78,6 +78,7 @@ private:
         int position;
         int table;  // the table it counts at, 0 for none
         int people;
+        InvitationForm form; // what an update starts from: the columns a file lacks stay
     };
     const WeddingState& m_state;
     QHash<QString, Stored> m_pairs;

@@ -41,10 +41,10 @@ QStringList row(std::initializer_list<std::pair<ImportField, QString>> changes)
     return cells;
 }
 
-store::CsvTable file(std::vector<QStringList> rows)
+store::CsvTable file(std::vector<QStringList> rows, const QStringList& head = header())
 {
     store::CsvTable table;
-    rows.insert(rows.begin(), header());
+    rows.insert(rows.begin(), head);
     table.rows = std::move(rows);
     return table;
 }
@@ -53,7 +53,10 @@ store::CsvTable file(std::vector<QStringList> rows)
 void prepare(test::TestWedding& wedding)
 {
     wedding.createWedding(20, 10);
-    wedding.addInvitation(test::invitation(QStringLiteral("לוי"), QStringLiteral("דנה"), 8, 0, 5));
+    QVariantMap levy = test::invitation(QStringLiteral("לוי"), QStringLiteral("דנה"), 8, 0, 5, QStringLiteral("050"),
+                                        QStringLiteral("2"));
+    levy.insert(QStringLiteral("REMARK"), QStringLiteral("ותיקה"));
+    wedding.addInvitation(levy);
 }
 
 QByteArray bytes(const QString& path)
@@ -157,7 +160,8 @@ private slots:
     }
 
     // A pair the list or the file already has is skipped or updates that row, as chosen;
-    // an update counts its own people out of the table before the chair test.
+    // an update counts its own people out of the table before the chair test, and keeps
+    // what the file has no column for.
     void duplicates_data()
     {
         QTest::addColumn<int>("mode");
@@ -179,12 +183,13 @@ private slots:
         QFETCH(QString, cohenPhones);
         test::TestWedding wedding;
         prepare(wedding);
-        using F = ImportField;
-        const store::CsvTable table = file(
-            {row({{F::FamilyName, QStringLiteral("לוי")}, {F::FirstName, QStringLiteral("דנה")}, {F::Phones, QStringLiteral("052")},
-                  {F::People, people}, {F::Table, QStringLiteral("5")}}),
-             row({{F::Phones, QStringLiteral("053")}}), row({{F::Phones, QStringLiteral("054")}})});
-        const guests::ImportCounts done = guests::ImportGuests(wedding.state, table, guests::GuessColumns(header()), true,
+        const QStringList head = {QStringLiteral("Last name"), QStringLiteral("First name"), QStringLiteral("Phone"),
+                                  QStringLiteral("People"), QStringLiteral("Table")};
+        const store::CsvTable table = file({{QStringLiteral("לוי"), QStringLiteral("דנה"), QStringLiteral("052"), people, QStringLiteral("5")},
+                                            {QStringLiteral("כהן"), QStringLiteral("רון"), QStringLiteral("053"), QStringLiteral("1")},
+                                            {QStringLiteral("כהן"), QStringLiteral("רון"), QStringLiteral("054"), QStringLiteral("1")}},
+                                           head);
+        const guests::ImportCounts done = guests::ImportGuests(wedding.state, table, guests::GuessColumns(head), true,
                                                                guests::Duplicates(mode));
         QCOMPARE((QList<int>{done.add, done.update, done.skip, done.refused}), counts);
         QCOMPARE(wedding.count(QStringLiteral("select * from VELMORA_LIST")), 2);
@@ -192,6 +197,9 @@ private slots:
                  levyPhones);
         QCOMPARE(wedding.value(QStringLiteral("כהן"), QStringLiteral("רון"), QStringLiteral("PHONES")).toString(),
                  cohenPhones);
+        const store::Recordset levy = wedding.row(QStringLiteral("לוי"), QStringLiteral("דנה"));
+        QCOMPARE(levy.value(QStringLiteral("LIST_GROUP")).toString(), QStringLiteral("2"));
+        QCOMPARE(levy.value(QStringLiteral("REMARK")).toString(), QStringLiteral("ותיקה"));
     }
 
     // Out as shown and back in: the second wedding shows the same list, cell for cell.
