@@ -300,7 +300,7 @@ void ImportGuestList(WeddingState& state, Prompts& prompts, const std::function<
     const guests::ImportCounts done = window->counts();
     window.reset();
     refresh();
-    prompts.information(QStringLiteral("היבוא הסתיים: נוספו %1 הזמנות, עודכנו %2.").arg(done.add).arg(done.update));
+    prompts.information(QStringLiteral("היבוא הסתיים. הזמנות שנוספו: %1; הזמנות שעודכנו: %2.").arg(done.add).arg(done.update));
 }
 
 } // namespace velmora::ui

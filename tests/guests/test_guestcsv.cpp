@@ -1,4 +1,6 @@
 #include "FullDisk.h"
+#include "Modal.h"
+#include "RunningProgram.h"
 #include "ScriptedPrompts.h"
 #include "TestMain.h"
 #include "TestWedding.h"
@@ -6,8 +8,11 @@
 #include "guests/GuestCsv.h"
 #include "guests/GuestList.h"
 #include "guests/GuestListModel.h"
+#include "app/ui/MainWindow.h"
 #include "guests/ui/ImportWindow.h"
+#include "seating/ui/TableMapWindow.h"
 
+#include <QAction>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
@@ -236,6 +241,26 @@ private slots:
             QCOMPARE(back.rows()[r].cells, shown.rows()[r].cells);
         QCOMPARE(to.value(QStringLiteral("לוי"), QStringLiteral("דנה"), QStringLiteral("PRESENT_TYPE")).toInt(), 2);
         QVERIFY(to.value(QStringLiteral("אבו"), QStringLiteral("סמיר"), QStringLiteral("PRESENT")).isNull());
+    }
+
+    // From the Tools menu: the file, the window, the rows stored; the list and the map follow.
+    void fromTheToolsMenu()
+    {
+        test::TestWedding wedding;
+        prepare(wedding);
+        const QString path = wedding.folder() + QStringLiteral("/list.txt");
+        QVERIFY(!store::WriteWholeFile(path, QStringLiteral("Last name\tFirst name\tTable\tPeople\nכהן\tרון\t7\t4\n").toUtf8()));
+        test::RunningProgram program;
+        QVERIFY(program.start(wedding.folder()));
+        program.prompts.expectOpenFile(path).expectMessage(PromptIcon::Information,
+                                                           QStringLiteral("היבוא הסתיים. הזמנות שנוספו: 1; הזמנות שעודכנו: 0."));
+        test::NextModal window([](QWidget* modal) { modal->findChild<QPushButton*>(QStringLiteral("cmdImport"))->click(); });
+        program.main().action(QStringLiteral("mnuImportListCsv"))->trigger();
+        QVERIFY(window.seen());
+        QCOMPARE(program.main().listModel().rows().size(), size_t(2));
+        QCOMPARE(program.map().SeatedCount(7), 4);
+        program.stop();
+        program.prompts.verifyDone();
     }
 
     // The window shows each row's fate; a write that fails half-way stores nothing, and the
