@@ -12,7 +12,9 @@
 #include "guests/ui/ImportWindow.h"
 #include "seating/ui/TableMapWindow.h"
 
+#include <QAbstractItemModelTester>
 #include <QAction>
+#include <QCheckBox>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
@@ -276,7 +278,11 @@ private slots:
         rows.push_back(row({{ImportField::Table, QStringLiteral("21")}}));
         test::ScriptedPrompts prompts;
         ui::ImportWindow window(wedding.state, prompts, file(rows));
+        QAbstractItemModelTester tester(window.grid->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
         window.show();
+        window.chkHeader->click(); // the header as a row: refused for its count of people
+        QCOMPARE(window.lblSummary->text(), QStringLiteral("ייווספו: 400; יעודכנו: 0; ידולגו: 0; נדחו: 2"));
+        window.chkHeader->click();
         QCOMPARE(window.lblSummary->text(), QStringLiteral("ייווספו: 400; יעודכנו: 0; ידולגו: 0; נדחו: 1"));
         QCOMPARE(window.grid->model()->index(400, 0).data().toString(),
                  QStringLiteral("נדחתה: מספר השולחן אינו קיים במערכת."));
