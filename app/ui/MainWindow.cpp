@@ -9,10 +9,13 @@
 #include "app/WindowPlacement.h"
 #include "app/ui/HebrewText.h"
 #include "app/ui/TypedKeys.h"
+#include "budget/BudgetCsv.h"
 #include "desktop/ui/AboutWindow.h"
 #include "desktop/ui/HelpWindow.h"
 #include "desktop/ui/WheelHook.h"
+#include "guests/GuestCsv.h"
 #include "guests/Removal.h"
+#include "guests/ui/ImportWindow.h"
 #include "guests/ui/OptionsWindow.h"
 #include "printing/GuestReport.h"
 #include "printing/ui/GuestReportPreview.h"
@@ -214,6 +217,18 @@ void MainWindow::wireCommands()
             return true;
         });
     });
+    // Guest lists and the budget to and from spreadsheets, beside the wedding's own export.
+    auto* tools = findChild<QMenu*>(QStringLiteral("mnuTools"));
+    for (const auto& [name, caption] : {std::pair{"mnuExportListCsv", "יצוא רשימת המוזמנים לגיליון (CSV)..."},
+                                        std::pair{"mnuImportListCsv", "יבוא רשימת מוזמנים מגיליון (CSV)..."},
+                                        std::pair{"mnuExportBudgetCsv", "יצוא התקציב לגיליון (CSV)..."}}) {
+        auto* act = new QAction(hebrewParagraph(QString::fromUtf8(caption)), tools);
+        act->setObjectName(QString::fromLatin1(name));
+        tools->insertAction(action(QStringLiteral("mnu2")), act);
+    }
+    on("mnuExportListCsv", [this] { guests::ExportGuestList(m_state, m_prompts, m_model); });
+    on("mnuImportListCsv", [this] { ImportGuestList(m_state, m_prompts, [this] { refreshList(); }, this); });
+    on("mnuExportBudgetCsv", [this] { budget::ExportBudget(m_state, m_prompts); });
     auto showHelp = [this] { desktop::ui::ShowHelp(*this, m_helpFile); };
     on("mnuProgramHelp", showHelp);
     on("popHelp", showHelp);
