@@ -120,12 +120,6 @@ QString nameOf(const Cells& cells)
 
 } // namespace
 
-QColor colorFromValue(qint32 value)
-{
-    const auto bits = quint32(value);
-    return QColor(int(bits & 0xFF), int((bits >> 8) & 0xFF), int((bits >> 16) & 0xFF));
-}
-
 Report envelopeLabelsDesign()
 {
     Report report;
@@ -207,7 +201,7 @@ SheetReport buildEnvelopeLabels(WeddingState& state, const QAbstractItemModel& g
                    QStringLiteral(" - Envelop Labels"));
     for (const char* name : {"Shape1", "Shape2"})
         pending.attempt([&] { detail(report, name).visible = state.LabelFrame; });
-    const QColor color = colorFromValue(state.LabelColor);
+    const QColor color = colourFromValue(state.LabelColor);
     for (const char* name : {"Shape1", "Shape2"})
         pending.attempt([&] { detail(report, name).borderColor = color; });
     for (const char* name : {"txtEnvLabel_1", "txtEnvLabel_2", "txtAddress_1", "txtAddress_2"})
@@ -235,7 +229,7 @@ SheetReport buildSittingNotes(WeddingState& state, const QAbstractItemModel& gri
     const std::array<const char*, 4> frames = {"Shape1", "Shape2", "LineSpliter1", "LineSpliter2"};
     for (const char* name : frames)
         pending.attempt([&] { detail(report, name).visible = state.LabelFrame; });
-    const QColor color = colorFromValue(state.LabelColor);
+    const QColor color = colourFromValue(state.LabelColor);
     for (const char* name : frames)
         pending.attempt([&] { detail(report, name).borderColor = color; });
     for (const char* name : {"txtNoteName_1", "txtNoteName_2", "txtNoteTableNo_1", "txtNoteTableNo_2"})
@@ -244,12 +238,11 @@ SheetReport buildSittingNotes(WeddingState& state, const QAbstractItemModel& gri
     for (const char* name : images)
         pending.attempt([&] { detail(report, name).sizeMode = SizeMode::Stretch; });
 
-    const bool withPicture = state.NoteStyle != NoDesign;
+    const bool withPicture = state.NoteStyle != NoBackground;
     if (withPicture) {
-        // The designs lie in the folder "design" of the wedding's folder. One picture serves
-        // every card, so a PDF holds it once.
+        // One picture serves every card, so a PDF holds it once.
         QImage picture;
-        pending.attempt([&] { picture = loadPicture(state.AppPath + QStringLiteral("design/") + state.NoteStyle); });
+        pending.attempt([&] { picture = loadPicture(DesignFolder(state.AppPath) + state.NoteStyle); });
         for (const char* name : images)
             pending.attempt([&] { detail(report, name).picture = picture; });
     }

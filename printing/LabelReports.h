@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/PendingFailure.h"
+#include "printing/PrintDesign.h"
 #include "printing/Report.h"
 
 class QAbstractItemModel;
@@ -11,16 +12,10 @@ struct WeddingState;
 
 namespace velmora::printing {
 
-// The design entry that means a seating note without a picture.
-inline const QString NoDesign = QStringLiteral("עיצוב ללא רקע");
-
 // Envelope labels (DataReport2) and seating notes (DataReport3): sheets of two across, one
 // record a line of the sheet. Their bands and controls as designed, rows not yet bound.
 Report envelopeLabelsDesign();
 Report sittingNotesDesign();
-
-// A stored colour: 24 bits, red in the low byte.
-QColor colorFromValue(qint32 value);
 
 struct SheetReport {
     Report report;

@@ -17,7 +17,7 @@ inline const QString NoBackground = QStringLiteral("עיצוב ללא רקע");
 inline constexpr qint32 LabelsPage = 1;
 inline constexpr qint32 NotesPage = 2;
 
-// The folder of a wedding's designs. The older program named it "design\" under the
+// The folder of a wedding's designs. Designs were once kept in "design\" under the
 // wedding's folder; here it is the subfolder "design" of AppPath, with this system's
 // separator, so a wedding carried over keeps its pictures beside its two files.
 QString DesignFolder(const QString& appPath);

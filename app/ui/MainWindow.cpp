@@ -19,6 +19,7 @@
 #include "guests/ui/OptionsWindow.h"
 #include "printing/GuestReport.h"
 #include "printing/ui/GuestReportPreview.h"
+#include "printing/ui/LabelPreviews.h"
 #include "printing/ui/PrintDesignWindow.h"
 #include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
@@ -314,12 +315,12 @@ void MainWindow::openPrintDesign(qint32 page)
 
 void MainWindow::PrintLabels()
 {
-    // Built by the envelope labels report.
+    ui::PrintLabels(m_state, m_prompts, m_model, this);
 }
 
 void MainWindow::PrintSittingNote()
 {
-    // Built by the seating notes report.
+    ui::PrintSittingNote(m_state, m_prompts, m_model, this);
 }
 
 void MainWindow::openBudget()

@@ -54,7 +54,7 @@ private slots:
     {
         m_wedding = std::make_unique<test::TestWedding>();
         m_wedding->createWedding(100);
-        m_wedding->state.NoteStyle = NoDesign;
+        m_wedding->state.NoteStyle = NoBackground;
     }
 
     // Guest i stands on line i / 2, in box _1 or _2; the left edges tell which side is first.
@@ -137,8 +137,8 @@ private slots:
         const QByteArray gif = QByteArray::fromHex("47494638396101000100800000ffffff00000021f90401000000002c00000000"
                                                    "010001000002024401");
         const QString invalid = QStringLiteral("התמונה '%1' אינה תקינה.");
-        QTest::newRow("labels") << false << QString(NoDesign) << QByteArray() << false << QString();
-        QTest::newRow("no design") << true << QString(NoDesign) << QByteArray() << false << QString();
+        QTest::newRow("labels") << false << QString(NoBackground) << QByteArray() << false << QString();
+        QTest::newRow("no design") << true << QString(NoBackground) << QByteArray() << false << QString();
         QTest::newRow("a PNG design") << true << "ורדים.gif" << png << false << QString();
         QTest::newRow("a GIF design") << true << "a.gif" << gif + QByteArray::fromHex("003b") << false << QString();
         QTest::newRow("cut short") << true << "a.gif" << gif << false << invalid;
@@ -177,7 +177,7 @@ private slots:
         QCOMPARE(preview->report().dataSource, s.ReportRs);
         const LaidOutReport& laidOut = preview->pages();
         for (const char* image : {"BgImg_1", "BgImg_2"}) // the odd last line too
-            QCOMPARE(find(laidOut, image, 1) != nullptr, message.isEmpty() && style != NoDesign);
+            QCOMPARE(find(laidOut, image, 1) != nullptr, message.isEmpty() && style != NoBackground);
 
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
