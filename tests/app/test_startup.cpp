@@ -1,6 +1,5 @@
 #include "Modal.h"
 #include "RunningProgram.h"
-#include "ScriptedPrompts.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
@@ -142,8 +141,7 @@ private slots:
             other.appendField(other.createField(QStringLiteral("A"), store::FieldType::Byte));
             db.appendTableDef(other);
         } else {
-            QFile empty(file);
-            QVERIFY(empty.open(QIODevice::WriteOnly));
+            test::writeFile(file, {});
         }
         WeddingState state;
         test::ScriptedPrompts prompts;

@@ -54,13 +54,11 @@ private slots:
     {
         {
             QSettings old(QStringLiteral("Velmora"), QStringLiteral("Velmora"));
-            old.setValue("Options/Couple", QStringLiteral("רות ובועז"));
-            old.setValue("Options/His Family", QStringLiteral("משפחת אלימלך"));
-            old.setValue("Options/Her Family", QStringLiteral("משפחת נעמי"));
-            old.setValue("Options/Max Tables", "30");
-            old.setValue("Options/Max Chairs", "10");
-            old.setValue("Print/Label Frame", "True");
-            old.setValue("Settings/Window", "2");
+            for (const auto& [key, value] :
+                 {std::pair("Options/Couple", "רות ובועז"), {"Options/His Family", "משפחת אלימלך"},
+                  {"Options/Her Family", "משפחת נעמי"}, {"Options/Max Tables", "30"}, {"Options/Max Chairs", "10"},
+                  {"Print/Label Frame", "True"}, {"Settings/Window", "2"}})
+                old.setValue(QString::fromUtf8(key), QString::fromUtf8(value));
         }
         m_state.WeddingDate = QDate(2027, 6, 1);
         ReadWeddingOptions(m_state, m_store);

@@ -1,4 +1,5 @@
 #include "RunningProgram.h"
+#include "SystemKeys.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
@@ -61,10 +62,7 @@ private:
     {
         m_window = std::make_unique<ui::BudgetWindow>(m_wedding->state, m_prompts);
         m_window->setAttribute(Qt::WA_DeleteOnClose, false);
-        m_window->show();
-        m_window->activateWindow();
-        if (!QTest::qWaitForWindowActive(m_window.get()))
-            QTest::qFail("the ledger never became active", __FILE__, __LINE__);
+        test::activate(m_window.get());
         return *m_window;
     }
 
@@ -105,7 +103,6 @@ private slots:
         QTRY_VERIFY(!ledger);
         main.toolButton(6)->trigger();
         QCOMPARE(main.budgetWindow()->boxTexts(), QStringList(30, QStringLiteral("0")));
-        program.stop();
     }
 
     void tabWalksTheBoxesInIndexOrderAndEachReadsItsCaption()
@@ -156,12 +153,7 @@ private slots:
     void aFileThatWontOpenIsToldOnce()
     {
         QFile::remove(m_wedding->state.databaseFile());
-        QString why;
-        try {
-            store::Database::open(m_wedding->state.databaseFile());
-        } catch (const Failure& failure) {
-            why = failure.text();
-        }
+        const QString why = test::failureIn([&] { store::Database::open(m_wedding->state.databaseFile()); }).text();
         QVERIFY(!why.isEmpty());
         m_prompts.expectMessage(PromptIcon::Warning, why);
         ui::BudgetWindow& window = open();

@@ -1,5 +1,6 @@
 #include "Modal.h"
 #include "RunningProgram.h"
+#include "SystemKeys.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
@@ -73,11 +74,7 @@ private slots:
             m_wedding->addInvitation(test::invitation(QStringLiteral("משפחה %1").arg(i, 2, 10, QChar(u'0')), "אורח", 1, 1));
     }
 
-    void cleanup()
-    {
-        m_program.stop();
-        m_prompts.verifyDone();
-    }
+    void cleanup() { m_program.finish(); }
 
     void eachWheelStepMovesTheListOneRow_data()
     {
@@ -137,8 +134,7 @@ private slots:
         QVERIFY(!helpWindow());
         for (int time = 0; time < 2; ++time) { // the second time, the same window comes forward
             if (command == u"F1") {
-                main.activateWindow();
-                QVERIFY(QTest::qWaitForWindowActive(&main));
+                QVERIFY(test::activate(&main));
                 QTest::keyClick(main.grid(), Qt::Key_F1);
             } else {
                 main.findChild<QAction*>(command)->trigger();

@@ -249,7 +249,6 @@ private slots:
         QCOMPARE(program.map().itemCount(), 5);
         QCOMPARE(program.map().itemText(3), QStringLiteral("שולחן של 9"));
         QCOMPARE(main.cmbUserGroups()->itemText(1), QStringLiteral("דנה ויואב"));
-        program.stop();
     }
 };
 

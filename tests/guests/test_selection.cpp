@@ -83,11 +83,7 @@ private slots:
         QVERIFY(test::activate(&main()));
     }
 
-    void cleanup()
-    {
-        m_program.stop();
-        m_prompts.verifyDone();
-    }
+    void cleanup() { m_program.finish(); }
 
     void clicksAndSweepsSelectWholeRuns()
     {

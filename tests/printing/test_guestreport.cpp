@@ -1,6 +1,6 @@
 #include "PrintedPdf.h"
 #include "RunningProgram.h"
-#include "ScriptedPrompts.h"
+#include "SystemKeys.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
@@ -14,10 +14,8 @@
 #include <QAbstractScrollArea>
 #include <QAccessible>
 #include <QAction>
-#include <QApplication>
 #include <QLabel>
 #include <QToolButton>
-#include <QPrinter>
 
 using namespace velmora;
 using namespace velmora::printing;
@@ -53,19 +51,15 @@ const PlacedItem* find(const Page& page, const QString& control, int record = -1
     return nullptr;
 }
 
-// The columns of the image with any dark pixel.
-QList<int> inkColumns(const QImage& image)
+bool hasInk(const QImage& image)
 {
-    QList<int> columns;
-    for (int x = 0; x < image.width(); ++x) {
-        for (int y = 0; y < image.height(); ++y) {
-            if (qGray(image.pixel(x, y)) < 128) {
-                columns << x;
-                break;
-            }
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qGray(image.pixel(x, y)) < 128)
+                return true;
         }
     }
-    return columns;
+    return false;
 }
 
 } // namespace
@@ -213,10 +207,9 @@ private slots:
         QVERIFY2(!built.lastFailure, built.lastFailure ? qPrintable(built.lastFailure->text()) : "");
         QCOMPARE(find(layOut(built.report).pages.at(0), QStringLiteral("txtBPresent"), 1)->text, rows[1].cells[9]);
         const QString path = m_wedding->folder() + QStringLiteral("/report.pdf");
-        QPrinter printer(QPrinter::HighResolution);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(path);
-        QVERIFY(ui::printReport(built.report, printer));
+        PrinterRequest pdf;
+        pdf.outputFile = path;
+        QVERIFY(ui::printReport(built.report, *ui::printerFor(pdf)));
         const QString text = pdfText(path).simplified(); // the PDF keeps one blank of two
         for (const char* expected :
              {"רשימה של כל האורחים", "שולחן מס' 12", "₪1,250", "Page 1 of 1", "www.velmora.co.il", "₪1250",
@@ -244,8 +237,7 @@ private slots:
         QVERIFY(!preview->isModal() && preview->isWindow());
         QCOMPARE(preview->report().dataSource->recordCount(), 90);
         QCOMPARE(preview->pageCount(), 3);
-        preview->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(preview));
+        QVERIFY(test::activate(preview));
 
         auto spoken = [](QObject* object) {
             QAccessibleInterface* face = QAccessible::queryAccessibleInterface(object);
@@ -266,7 +258,7 @@ private slots:
             QVERIFY2(buttons.contains(QString::fromUtf8(name)), name);
         // The page in sight is painted.
         auto* view = preview->findChild<QAbstractScrollArea*>();
-        QVERIFY(view && !inkColumns(view->viewport()->grab().toImage()).isEmpty());
+        QVERIFY(view && hasInk(view->viewport()->grab().toImage()));
 
         program.prompts.expectPrinter(std::nullopt); // cancelled: nothing, and no word
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::ControlModifier);
@@ -283,7 +275,6 @@ private slots:
         preview->close();
         QVERIFY(!program.state.ReportRs && !program.state.ReportConn);
         QVERIFY(!records->isOpen());
-        program.stop();
     }
 
     // A failed step doesn't stop the report: what could be built shows, then the failure.
@@ -301,7 +292,6 @@ private slots:
         auto* preview = program.main().findChild<ui::ReportPreview*>();
         QVERIFY(preview && preview->isVisible());
         QCOMPARE(preview->report().dataSource->recordCount(), 1);
-        program.stop();
     }
 };
 

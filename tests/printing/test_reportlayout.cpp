@@ -1,4 +1,5 @@
 #include "TestMain.h"
+#include "TestWedding.h"
 
 #include "app/Failure.h"
 #include "printing/PrinterCanvas.h"
@@ -6,6 +7,7 @@
 
 using namespace velmora;
 using namespace velmora::printing;
+using test::failureOf;
 
 namespace {
 
@@ -61,14 +63,6 @@ private slots:
     // and work once closed; a refused value leaves its record empty.
     void recordsKeepTheirFieldsAndWidths()
     {
-        const auto failureOf = [](auto&& work) {
-            try {
-                work();
-            } catch (const Failure& failure) {
-                return failure.number();
-            }
-            return 0;
-        };
         RecordSet records;
         records.appendField(QStringLiteral("First"), 3);
         records.appendField(QStringLiteral("Second"), 5);

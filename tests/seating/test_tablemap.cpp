@@ -1,4 +1,5 @@
 #include "RunningProgram.h"
+#include "SystemKeys.h"
 #include "TestMain.h"
 #include "TestWedding.h"
 
@@ -24,11 +25,6 @@
 using namespace velmora;
 
 namespace {
-
-QString ini(const WeddingState& state, const QString& key)
-{
-    return ReadIniValue(state.iniFile(), QStringLiteral("TablesMap"), key, QStringLiteral("<none>"));
-}
 
 // A picture file: one colour, with a red square at (150, 80) when it is large enough.
 QString writePicture(const QString& path, QSize size, const char* format = "PNG")
@@ -76,11 +72,8 @@ private:
     {
         m_program.start(m_wedding->folder());
         ui::TableMapWindow& map = m_program.map();
-        if (shown) {
-            map.show();
-            map.activateWindow();
-            static_cast<void>(QTest::qWaitForWindowActive(&map)); // what follows fails plainly if not
-        }
+        if (shown)
+            test::activate(&map);
         return map;
     }
 
@@ -91,6 +84,7 @@ private:
         SaveOptions(m_wedding->state);
     }
 
+    QString ini(const char* key) const { return test::iniValue(m_state.iniFile(), "TablesMap", key); }
     QPoint centre(ui::TableMapWindow& map, int table) { return expectedCell(map, table).center(); }
 
     // What a screen reader reads of every table in a view, and a table chosen through it.
@@ -133,11 +127,7 @@ private slots:
         m_wedding->addInvitation(test::invitation("רחוק", "מאוד", 4, 1, 30, QString()));    // above MaxTables
     }
 
-    void cleanup()
-    {
-        m_program.stop();
-        m_prompts.verifyDone();
-    }
+    void cleanup() { m_program.finish(); }
 
     void theMapShowsCountsWhateverTheListShows()
     {
@@ -278,7 +268,7 @@ private slots:
         const QString kept = seating::positionText(dropped.x()) + QStringLiteral(", ") + seating::positionText(dropped.y());
         m_prompts.expectMapSaveQuestion(PromptAnswer::Ok);
         map.toolButton(8)->trigger();
-        QCOMPARE(ini(m_state, "TableNum-7"), kept);
+        QCOMPARE(ini("TableNum-7"), kept);
         map.close(); // in the list view nothing is asked
     }
 
@@ -288,7 +278,7 @@ private slots:
         QVERIFY(map.TablePositionsChanged()); // nothing stored on a first run
         map.setTablePlace(3, QPointF(1500, 2250.5));
         map.SaveTablePositions();
-        QCOMPARE(ini(m_state, "TableNum-3"), QStringLiteral("1500, 2250.5"));
+        QCOMPARE(ini("TableNum-3"), QStringLiteral("1500, 2250.5"));
         QVERIFY(!map.TablePositionsChanged());
         map.setTablePlace(3, QPointF(1515, 2250.5));
         QVERIFY(map.TablePositionsChanged());
@@ -313,17 +303,16 @@ private slots:
         const QString big = writePicture(m_state.AppPath + QStringLiteral("big.png"), QSize(2000, 1500));
         const QString small = writePicture(m_state.AppPath + QStringLiteral("garden.gif"), QSize(1, 1));
         const QString words = m_state.AppPath + QStringLiteral("words.gif");
-        QFile text(words);
-        QVERIFY(text.open(QIODevice::WriteOnly) && text.write("no picture") > 0 && text.flush());
+        test::writeFile(words, "no picture");
         m_prompts.expectOpenFile(std::nullopt).expectOpenFile(missing);
         m_prompts.expectMessage(PromptIcon::None, QStringLiteral(".קובץ לא נמצא"));
         map.toolButton(2)->trigger(); // cancelled: nothing at all
         map.toolButton(2)->trigger();
-        QCOMPARE(ini(m_state, "GardenMapBackground"), QStringLiteral("<none>"));
+        QCOMPARE(ini("GardenMapBackground"), QStringLiteral("<none>"));
         for (const auto& [chosen, height] : {std::pair{QStringLiteral("  ") + big, 1500}, {small, 1}, {words, 1}}) {
             m_prompts.expectOpenFile(chosen);
             map.toolButton(2)->trigger();
-            QCOMPARE(ini(m_state, "GardenMapBackground"), chosen.trimmed()); // kept, picture or not
+            QCOMPARE(ini("GardenMapBackground"), chosen.trimmed()); // kept, picture or not
             QCOMPARE(map.mapView()->backgroundPicture().height(), height);
             QCOMPARE(down->maximum() > 1000, height > 1000); // a smaller picture, a smaller area
         }
@@ -337,9 +326,9 @@ private slots:
             m_prompts.expectBox(PromptIcon::Warning, warning, QStringLiteral("אזהרת מערכת"), PromptButtons::OkCancel,
                                 PromptAnswer::Ok, answer);
         map.toolButton(3)->trigger();
-        QCOMPARE(ini(m_state, "TableNum-2"), QStringLiteral("30000, 30000"));
+        QCOMPARE(ini("TableNum-2"), QStringLiteral("30000, 30000"));
         map.popupAction(QStringLiteral("popSetDefaultMap"))->trigger();
-        QCOMPARE(ini(m_state, "TableNum-2") + ini(m_state, "GardenMapBackground"), QStringLiteral("<none><none>"));
+        QCOMPARE(ini("TableNum-2") + ini("GardenMapBackground"), QStringLiteral("<none><none>"));
         QVERIFY(map.tablePlace(2) != QPointF(30000, 30000) && down->maximum() == 0);
         QCOMPARE(map.mapView()->backgroundPicture().height(), 1);
         m_prompts.expectMapSaveQuestion();

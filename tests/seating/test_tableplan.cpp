@@ -60,9 +60,8 @@ private slots:
 
     void cleanup()
     {
-        m_program.stop();
+        m_program.finish();
         m_prompts.verifyDone();
-        m_program.prompts.verifyDone();
     }
 
     // Chairs for one to fifteen people: none on another, none off the window above its footer;

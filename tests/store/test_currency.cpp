@@ -42,18 +42,10 @@ private slots:
         QTest::newRow("huge exponent") << "1e99999999999999999999" << true << None;
         QTest::newRow("10,000 digits") << QString(10000, u'9') << true << None;
 
-        QTest::newRow("number then letters") << "12abc" << false << None;
-        QTest::newRow("two points") << "1.2.3" << false << None;
-        QTest::newRow("two signs") << "--5" << false << None;
-        QTest::newRow("signs around the shekel") << "-₪-5" << false << None;
-        QTest::newRow("point alone") << "." << false << None;
-        QTest::newRow("group of two") << "10,00" << false << None;
-        QTest::newRow("group of four") << "1,2345" << false << None;
-        QTest::newRow("comma first") << ",5" << false << None;
-        QTest::newRow("grouping after the point") << "1.000,5" << false << None;
-        QTest::newRow("blank as group") << "1 000" << false << None;
-        QTest::newRow("exponent without digits") << "1e" << false << None;
-        QTest::newRow("other digits") << "١٢" << false << None;
+        // Not amounts: letters after the number, two points or signs, a sign on both sides of the shekel,
+        // groups of other than three, a blank as group, an exponent without digits, other digits.
+        for (const char* text : {"12abc", "1.2.3", "--5", "-₪-5", ".", "10,00", "1,2345", ",5", "1.000,5", "1 000", "1e", "١٢"})
+            QTest::newRow(text) << QString::fromUtf8(text) << false << None;
     }
     void amountsAsPeopleWriteThem()
     {

@@ -1,6 +1,7 @@
 #include "FullDisk.h"
 #include "ScriptedPrompts.h"
 #include "TestMain.h"
+#include "TestWedding.h"
 
 #include "app/WeddingState.h"
 #include "app/PendingFailure.h"
@@ -10,7 +11,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
-#include <QTemporaryDir>
 
 using namespace velmora;
 using namespace velmora::store;
@@ -26,14 +26,6 @@ QString sqlite3(const QString& file, const QString& sql)
     return QString::fromUtf8(process.readAllStandardOutput()) + QString::fromUtf8(process.readAllStandardError());
 }
 
-WeddingState stateIn(const QString& folder)
-{
-    WeddingState state;
-    state.AppPath = folder + u'/';
-    state.CrLf = QStringLiteral("\r\n");
-    return state;
-}
-
 } // namespace
 
 class SchemaTest : public QObject {
@@ -42,12 +34,12 @@ class SchemaTest : public QObject {
 private slots:
     void createsBothTablesAndSaysSo()
     {
-        QTemporaryDir dir;
-        WeddingState state = stateIn(dir.path());
+        test::TestWedding wedding;
+        WeddingState& state = wedding.state;
         test::ScriptedPrompts prompts;
         prompts.expectMessage(PromptIcon::None, QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה."));
         QVERIFY(CreateNewDatabase(state, prompts));
-        const QString file = dir.filePath(QStringLiteral("Velmora.mdb"));
+        const QString file = state.databaseFile();
         QVERIFY(state.WeddingDb.isOpen() && state.WeddingDb.path() == file); // left open for the first list load
         state.WeddingDb.close();
 
@@ -91,8 +83,8 @@ private slots:
             }
             room = rlim_t(QFileInfo(file).size());
         }
-        QTemporaryDir dir;
-        WeddingState state = stateIn(dir.path());
+        test::TestWedding wedding;
+        WeddingState& state = wedding.state;
         test::ScriptedPrompts prompts;
         prompts.expectMessage(PromptIcon::Critical,
                               QStringLiteral("!ארעה שגיאה קריטית בתהליך יצירת התוכנה\r\nwww.velmora.co.il\r\nsupport@velmora.co.il"),
@@ -102,12 +94,12 @@ private slots:
             QVERIFY(!CreateNewDatabase(state, prompts));
         }
         QVERIFY(!state.WeddingDb.isOpen());
-        const QStringList left = QDir(dir.path()).entryList(QDir::Files | QDir::Hidden);
+        const QStringList left = QDir(wedding.folder()).entryList(QDir::Files | QDir::Hidden);
         if (!listMade) {
             QCOMPARE(left, QStringList());
             prompts.expectMessage(PromptIcon::None, QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה."));
             QVERIFY(CreateNewDatabase(state, prompts));
-            QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("Velmora.mdb")});
+            QCOMPARE(QDir(wedding.folder()).entryList(QDir::Files), QStringList{QStringLiteral("Velmora.mdb")});
             return;
         }
         QCOMPARE(left, QStringList{QStringLiteral("Velmora.mdb")});

@@ -39,6 +39,12 @@ struct PortScript {
 };
 using Ports = std::array<PortScript, 4>;
 
+void expectQuit(test::ScriptedPrompts& prompts, PromptAnswer answer)
+{
+    prompts.expectBox(PromptIcon::Critical, QStringLiteral("Quiting dialer will terminat the call!"),
+                      QStringLiteral("Warning..."), PromptButtons::OkCancel, PromptAnswer::Ok, answer);
+}
+
 Ports modemOn(int port, int dialAnswerMs = 300)
 {
     Ports ports;
@@ -266,7 +272,7 @@ private slots:
     }
 
     // How a call ends, by what the modem and the user do at moments of the clock: "500 cancel",
-    // "700 dial <number>", "1100 close Ok|Cancel" (the program ending is in the main window test).
+    // "700 dial <number>", "1100 close Ok|Cancel" (the program ending is in the last test).
     void aCallEndsAsTheModemAndTheUserDecide_data()
     {
         QTest::addColumn<Ports>("ports");
@@ -326,9 +332,7 @@ private slots:
                 m_prompts.expectBeep();
             } else if (prompt.startsWith(u"quit ")) {
                 stays = prompt.endsWith(u"Cancel");
-                m_prompts.expectBox(PromptIcon::Critical, QStringLiteral("Quiting dialer will terminat the call!"),
-                                    QStringLiteral("Warning..."), PromptButtons::OkCancel, PromptAnswer::Ok,
-                                    stays ? PromptAnswer::Cancel : PromptAnswer::Ok);
+                expectQuit(m_prompts, stays ? PromptAnswer::Cancel : PromptAnswer::Ok);
             } else if (prompt.startsWith(u'!')) {
                 m_prompts.expectMessage(PromptIcon::Warning, prompt.mid(1));
             } else {
@@ -365,13 +369,8 @@ private slots:
         QTest::keyClick(m_window.get(), Qt::Key_Escape);
         QVERIFY(!m_window->isVisible());
     }
-};
 
-// The dialer as the main window opens it.
-class DialNumTest : public QObject {
-    Q_OBJECT
-
-private slots:
+    // The dialer as the main window opens it.
     void theListsNumberIsDialledAtOnceAndASecondCallWaits()
     {
         test::TestWedding wedding;
@@ -415,24 +414,12 @@ private slots:
             main.close();
             QApplication::closeAllWindows(); // as the application does when it quits
         });
-        program.prompts.expectBox(PromptIcon::Critical, QStringLiteral("Quiting dialer will terminat the call!"),
-                                  QStringLiteral("Warning..."), PromptButtons::OkCancel, PromptAnswer::Ok,
-                                  PromptAnswer::Cancel);
+        expectQuit(program.prompts, PromptAnswer::Cancel);
         window.cmdDial->click();
         QCOMPARE(port.calls().mid(2), (QStringList{"2 ATDT0364123450507654321;\r", "2 ATH\r"}));
         program.prompts.verifyDone();
     }
 };
 
-int main(int argc, char** argv)
-{
-    QTemporaryDir home;
-    test::isolateEnvironment(home);
-    QApplication app(argc, argv);
-    QApplication::setLayoutDirection(Qt::RightToLeft);
-    DialerTest dialer;
-    DialNumTest dialNum;
-    return QTest::qExec(&dialer, argc, argv) | QTest::qExec(&dialNum, argc, argv);
-}
-
+VELMORA_TEST_MAIN(DialerTest)
 #include "test_dialer.moc"
