@@ -5,7 +5,6 @@
 #include "app/TextNumbers.h"
 #include "app/WeddingState.h"
 
-#include <cfenv>
 #include <cmath>
 
 namespace velmora::seating {
@@ -27,8 +26,8 @@ quint8 TableNumberFromAnswer(const QString& answer)
 {
     // "1e9" is a billion, not table 1.
     const double number = LeadingNumber(answer, true);
-    std::fesetround(FE_TONEAREST);
-    const double whole = std::nearbyint(number); // a half to the even neighbour
+    // The remainder is taken against the nearest whole number, a half going to the even one.
+    const double whole = number - std::remainder(number, 1.0);
     return whole >= 0 && whole <= 255 ? quint8(whole) : 0;
 }
 
