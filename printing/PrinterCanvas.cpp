@@ -9,9 +9,9 @@
 
 namespace velmora::printing {
 
-PrinterCanvas::PrinterCanvas(QSize paper)
+PrinterCanvas::PrinterCanvas(QSize page)
 {
-    m_out.paper = paper;
+    m_out.paper = page;
     m_out.pages.emplace_back();
 }
 

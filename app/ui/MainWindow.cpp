@@ -703,6 +703,10 @@ bool MainWindow::load(TableMapWindow& tableMap)
 {
     m_tableMap = &tableMap;
     connect(m_tableMap, &TableMapWindow::hiddenByClose, this, &MainWindow::mapHidden);
+    m_tableMap->setListReload([this] {
+        refreshList();
+        restoreGridPosition();
+    });
     m_state.CrLf = QStringLiteral("\r\n");
     m_state.OptionsPending = false;
     // The size as built is the size the controls' places were designed for.

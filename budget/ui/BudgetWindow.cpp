@@ -1,7 +1,5 @@
 #include "budget/ui/BudgetWindow.h"
 
-#include "printing/ui/PrinterPicture.h"
-
 #include "app/Failure.h"
 #include "app/Product.h"
 #include "app/Settings.h"
@@ -14,7 +12,6 @@
 #include <QFrame>
 #include <QIcon>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
 
@@ -52,19 +49,7 @@ QLabel* shekel(QWidget* parent, int left, int top)
     return sign;
 }
 
-
 } // namespace
-
-PrintIcon::PrintIcon(QWidget* parent) : QLabel(parent)
-{
-    setCursor(Qt::PointingHandCursor);
-}
-
-void PrintIcon::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    if (event->button() == Qt::LeftButton)
-        emit doubleClicked();
-}
 
 BudgetWindow::BudgetWindow(WeddingState& state, Prompts& prompts, QWidget* parent)
     : QWidget(parent, Qt::Window), m_state(state), m_prompts(prompts)
@@ -153,13 +138,10 @@ void BudgetWindow::build()
     sumCaption->setBuddy(lblSum);
     shekel(this, 5400, TotalTop);
 
-    imgPrint = new PrintIcon(this);
+    imgPrint = new PrintIcon(PrintTip, this);
     imgPrint->setObjectName(QStringLiteral("imgPrint"));
     imgPrint->setGeometry(twipsRect(2400, TotalTop, 480, 480));
-    imgPrint->setPixmap(printerPicture(twipsToPixels(480)));
-    imgPrint->setToolTip(PrintTip);
-    imgPrint->setAccessibleName(PrintTip);
-    connect(imgPrint, &PrintIcon::doubleClicked, this, &BudgetWindow::imgPrint_DblClick);
+    connect(imgPrint, &PrintIcon::clicked, this, &BudgetWindow::imgPrint_DblClick);
 
     cmdUpdate = new QPushButton(QStringLiteral("עדכן הוצאות"), this);
     cmdUpdate->setObjectName(QStringLiteral("cmdUpdate"));
@@ -180,6 +162,7 @@ void BudgetWindow::build()
         previous = txtBudgetBranch[i];
     }
     setTabOrder(previous, cmdUpdate);
+    setTabOrder(cmdUpdate, imgPrint);
     txtBudgetBranch[0]->setFocus();
 }
 

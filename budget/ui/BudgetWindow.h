@@ -1,6 +1,7 @@
 #pragma once
 
 #include "budget/Budget.h"
+#include "printing/ui/PrintIcon.h"
 
 #include <QLabel>
 #include <QWidget>
@@ -16,20 +17,6 @@ struct WeddingState;
 }
 
 namespace velmora::ui {
-
-// The print icon: a picture that prints on a double click.
-class PrintIcon : public QLabel {
-    Q_OBJECT
-
-public:
-    explicit PrintIcon(QWidget* parent = nullptr);
-
-signals:
-    void doubleClicked();
-
-protected:
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-};
 
 // frmBudget: the thirty budget branches and their total, in a window of its own beside
 // the guest list. It holds its own connection to the database while it is open and is

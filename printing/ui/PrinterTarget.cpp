@@ -24,3 +24,15 @@ std::unique_ptr<QPrinter> printerFor(const PrinterRequest& choice)
 }
 
 } // namespace velmora::ui
+
+namespace velmora::ui {
+
+std::optional<PrinterRequest> askForPrinter(Prompts& prompts, const PrinterRequest& proposal)
+{
+    PromptResult<PrinterRequest> choice = prompts.choosePrinter(proposal);
+    if (!choice && choice.failure.number() != CancelFailureNumber)
+        prompts.warning(choice.failure.text());
+    return std::move(choice.value);
+}
+
+} // namespace velmora::ui

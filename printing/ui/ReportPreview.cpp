@@ -303,12 +303,9 @@ void ReportPreview::printFromPreview()
     });
     PrinterRequest proposal;
     proposal.maxPage = pageCount();
-    const PromptResult<PrinterRequest> choice = m_prompts.choosePrinter(proposal);
-    if (!choice) {
-        if (choice.failure.number() != CancelFailureNumber)
-            m_prompts.warning(choice.failure.text());
+    const std::optional<PrinterRequest> choice = askForPrinter(m_prompts, proposal);
+    if (!choice)
         return;
-    }
     const std::unique_ptr<QPrinter> printer = printerFor(*choice);
     if (!printReport(m_report, *printer))
         m_prompts.message(PrintFailed);

@@ -75,12 +75,9 @@ void printWindowPicture(QWidget& window, QPrinter& printer, const QList<QWidget*
 
 void printWindowWithDialog(QWidget& window, const QList<QWidget*>& hidden, Prompts& prompts, const QString& printed)
 {
-    const PromptResult<PrinterRequest> choice = prompts.choosePrinter(PrinterRequest{});
-    if (!choice) {
-        if (choice.failure.number() != CancelFailureNumber)
-            prompts.warning(choice.failure.text());
+    const std::optional<PrinterRequest> choice = askForPrinter(prompts);
+    if (!choice)
         return;
-    }
     PendingFailure pending;
     pending.attempt([&] {
         const std::unique_ptr<QPrinter> printer = printerFor(*choice);

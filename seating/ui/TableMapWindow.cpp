@@ -8,8 +8,11 @@
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
 #include "app/ui/HebrewText.h"
+#include "printing/ui/CanvasPrint.h"
 #include "seating/TableIcons.h"
+#include "seating/MapPrintout.h"
 #include "seating/TableMap.h"
+#include "seating/TableRenumber.h"
 #include "seating/ui/TableWindow.h"
 
 #include <QAction>
@@ -344,6 +347,8 @@ TableMapWindow::TableMapWindow(WeddingState& state, Prompts& prompts, QWidget* p
     popupAction(QStringLiteral("popTableMap"))->setCheckable(true);
     popupAction(QStringLiteral("popDetailed"))->setCheckable(true);
     connect(popupAction(QStringLiteral("popTableSitView")), &QAction::triggered, this, &TableMapWindow::ViewTable);
+    connect(popupAction(QStringLiteral("popUpdateTableNum")), &QAction::triggered, this, &TableMapWindow::UpdateTableNum);
+    connect(popupAction(QStringLiteral("popPrintMap")), &QAction::triggered, this, &TableMapWindow::PrintTableMap);
     connect(popupAction(QStringLiteral("popSaveMap")), &QAction::triggered, this, &TableMapWindow::SaveTablePositions);
     connect(popupAction(QStringLiteral("popSetDefaultMap")), &QAction::triggered, this, &TableMapWindow::SetDefTableMap);
     connect(popupAction(QStringLiteral("popTableMap")), &QAction::triggered, this, [this] { ChangeTableViewMode(1); });
@@ -569,8 +574,11 @@ void TableMapWindow::onToolbar(QAction* button)
     case 8:
         ChangeTableViewMode(2);
         break;
+    case 10:
+        PrintTableMap();
+        break;
     default:
-        break; // printing the map arrives with the printouts
+        break;
     }
 }
 
@@ -674,6 +682,29 @@ void TableMapWindow::LoadGardenMap()
             m_map->setBackgroundPicture(picture);
     }
     SettingsFile(m_state.iniFile()).setText(keys::GardenMapBackground, GardenMapFile);
+}
+
+void TableMapWindow::UpdateTableNum()
+{
+    if (m_selected == 0 || !seating::UpdateTableNum(m_state, m_prompts, quint8(m_selected)))
+        return;
+    // The places belong to the numbers: the icons stay where they are.
+    if (m_reloadList)
+        m_reloadList();
+    else
+        InitTableView(m_state.TableViewMode);
+}
+
+void TableMapWindow::PrintTableMap()
+{
+    std::vector<seating::MapTable> tables;
+    tables.reserve(size_t(itemCount()));
+    for (int table = 1; table <= itemCount(); ++table)
+        tables.push_back({tablePlace(table), itemText(table), seating::tableNumberIcon(table, IconSize)});
+    const QImage garden = m_map->backgroundPicture().toImage();
+    printCanvasWithDialog(
+        m_prompts, [&](printing::PrinterCanvas& printer) { seating::DrawTableMap(printer, m_state.CurGroup, garden, tables); },
+        QStringLiteral("הודפסה מפת השולחנות."));
 }
 
 bool TableMapWindow::eventFilter(QObject* watched, QEvent* event)

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 #include <vector>
 
 class QAction;
@@ -86,6 +87,11 @@ public:
     bool TablePositionsChanged() const;
     void SetDefTableMap();
     void LoadGardenMap();
+    void UpdateTableNum();
+    void PrintTableMap();
+    // What a renumbering ends in besides the map's refresh: the main list reloaded, and the
+    // grid given the focus at its remembered rows.
+    void setListReload(std::function<void()> reload) { m_reloadList = std::move(reload); }
 
     // The people at a table as its item's caption tells them.
     quint8 SeatedCount(int table) const;
@@ -139,6 +145,7 @@ private:
     QTreeView* m_details = nullptr;
     QMenu* m_popup = nullptr;
     TableWindow* m_tableWindow = nullptr;
+    std::function<void()> m_reloadList;
 };
 
 } // namespace velmora::ui

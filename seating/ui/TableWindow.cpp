@@ -1,6 +1,6 @@
 #include "seating/ui/TableWindow.h"
 
-#include "printing/ui/PrinterPicture.h"
+#include "printing/ui/WindowPrint.h"
 
 #include "app/Product.h"
 #include "app/Prompts.h"
@@ -15,7 +15,6 @@
 #include <QPainterPath>
 #include <QScreen>
 #include <QTimer>
-#include <QToolButton>
 
 #include <tuple>
 
@@ -128,7 +127,12 @@ TableWindow::TableWindow(WeddingState& state, Prompts& prompts, QWidget* parent)
     bold.setBold(true);
     bold.setPointSizeF(9.75);
     number->setFont(bold);
-    number->setWordWrap(true);
+    // The number stays on the one line with its caption: where the font here is wider than
+    // the box, the box grows to both sides alike, so the text stays centred on the disc.
+    const int needed = number->fontMetrics().horizontalAdvance(number->text()) + 6;
+    if (needed > number->width())
+        number->setGeometry(number->geometry().adjusted(-(needed - number->width() + 1) / 2, 0,
+                                                        (needed - number->width() + 1) / 2, 0));
 
     const int legendGap = twipsToPixels(150); // the text stops short of its swatch
     for (auto [name, rect, text] : {std::tuple{"Label1", QRect(480, 3960, 1815, 255), "אורח שאישר כי יגיע"},
@@ -150,15 +154,10 @@ TableWindow::TableWindow(WeddingState& state, Prompts& prompts, QWidget* parent)
     logo->setAccessibleName(product::Title);
     logo->lower(); // the count of people may lie over its foot
 
-    m_print = new QToolButton(this);
+    m_print = new PrintIcon(QStringLiteral("לחץ פעמיים להדפסת סידור ההושבה לשולחן זה"), this);
     m_print->setObjectName(QStringLiteral("imgPrint"));
     m_print->setGeometry(twipsRect(6000, 3840, 480, 480));
-    m_print->setAutoRaise(true);
-    m_print->setFocusPolicy(Qt::NoFocus);
-    m_print->setIconSize(m_print->size() - QSize(6, 6));
-    m_print->setIcon(QIcon(printerPicture(m_print->iconSize().width())));
-    m_print->setToolTip(QStringLiteral("לחץ פעמיים להדפסת סידור ההושבה לשולחן זה"));
-    m_print->setAccessibleName(m_print->toolTip());
+    connect(m_print, &PrintIcon::clicked, this, &TableWindow::imgPrint_DblClick);
 
     addLabel("Label63", QRect(120, 4560, 2655, 255), product::Title, absolute(Qt::AlignLeft | Qt::AlignVCenter));
     addLabel("Label3", QRect(3840, 4560, 2655, 255), product::WebAddress, absolute(Qt::AlignRight | Qt::AlignVCenter));
@@ -173,6 +172,11 @@ QLabel* TableWindow::addLabel(const char* name, const QRect& twips, const QStrin
     label->setAlignment(alignment);
     setHebrewText(label, text);
     return label;
+}
+
+void TableWindow::imgPrint_DblClick()
+{
+    printWindowWithDialog(*this, {m_print}, m_prompts, QStringLiteral("סידור ההושבה לשולחן הודפס"));
 }
 
 void TableWindow::paintEvent(QPaintEvent* event)

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "printing/ui/PrintIcon.h"
 #include "seating/TablePlan.h"
 
 #include <QLabel>
 #include <QWidget>
 
 #include <vector>
-
-class QToolButton;
 
 namespace velmora {
 class Prompts;
@@ -40,7 +39,10 @@ public:
     int table() const { return m_table; }
     const seating::TablePlan& plan() const { return m_plan; }
     const std::vector<ChairBox*>& chairBoxes() const { return m_chairs; }
-    QToolButton* printButton() const { return m_print; }
+    PrintIcon* printButton() const { return m_print; }
+
+    // Prints the plan as it stands on the screen, without the print icon.
+    void imgPrint_DblClick();
 
     // The plan's drawing, without the chairs: the disc and the two legend swatches.
     static QRect discRect();
@@ -59,7 +61,7 @@ private:
     Prompts& m_prompts;
     seating::TablePlan m_plan;
     std::vector<ChairBox*> m_chairs;
-    QToolButton* m_print = nullptr;
+    PrintIcon* m_print = nullptr;
 };
 
 } // namespace velmora::ui

@@ -1,0 +1,52 @@
+#include "printing/ui/CanvasPrint.h"
+
+#include "app/PendingFailure.h"
+#include "app/Prompts.h"
+#include "app/Twips.h"
+#include "printing/PagePainter.h"
+#include "printing/ui/PrinterTarget.h"
+
+#include <QPainter>
+#include <QPrinter>
+
+namespace velmora::ui {
+
+printing::PrinterCanvas canvasFor(const QPrinter& printer)
+{
+    return printing::PrinterCanvas(mmToTwips(printer.pageLayout().paintRect(QPageLayout::Millimeter).size()));
+}
+
+void printCanvasPages(const printing::LaidOutReport& pages, QPrinter& printer)
+{
+    // Drawing starts where the printer can print, not at the paper's edge, which most
+    // printers can't reach: text at X 0 stands at the left margin.
+    printer.setFullPage(false);
+    QPainter painter;
+    if (!painter.begin(&printer))
+        throw Failure(482, QStringLiteral("לא ניתן להדפיס במדפסת %1.").arg(printer.printerName()));
+    for (size_t page = 0; page < pages.pages.size(); ++page) {
+        if (page > 0 && !printer.newPage())
+            break;
+        printing::paintPage(painter, pages.pages[page], printer.resolution());
+    }
+    if (!painter.end() || printer.printerState() == QPrinter::Error)
+        throw Failure(482, QStringLiteral("ההדפסה במדפסת %1 נכשלה.").arg(printer.printerName()));
+}
+
+void printCanvasWithDialog(Prompts& prompts, const std::function<void(printing::PrinterCanvas&)>& draw,
+                           const QString& printed)
+{
+    const std::optional<PrinterRequest> choice = askForPrinter(prompts);
+    if (!choice)
+        return;
+    PendingFailure passedOver;
+    passedOver.attempt([&] {
+        const std::unique_ptr<QPrinter> printer = printerFor(*choice);
+        printing::PrinterCanvas canvas = canvasFor(*printer);
+        draw(canvas);
+        printCanvasPages(canvas.EndDoc(), *printer);
+    });
+    prompts.message(printed);
+}
+
+} // namespace velmora::ui
