@@ -3,6 +3,7 @@
 #include "app/Product.h"
 
 #include <QCommandLineParser>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -10,13 +11,15 @@ namespace velmora {
 
 namespace {
 
-const QString Command = QStringLiteral("velmora");
-
-// Qt names an unknown program "<executable_name>" until the application object exists.
-QString helpText(const QCommandLineParser& parser)
+// The usage names the program as typed, without its folder (Qt's own text gives the whole
+// path, or "<executable_name>" before the application object exists).
+QString helpText(const QCommandLineParser& parser, const QString& program)
 {
+    const QString named = QCoreApplication::instance() ? QCoreApplication::arguments().constFirst()
+                                                       : QStringLiteral("<executable_name>");
     QString text = parser.helpText();
-    text.replace(QStringLiteral("<executable_name>"), Command);
+    if (const qsizetype at = text.indexOf(named); at >= 0)
+        text.replace(at, named.size(), QFileInfo(program).fileName());
     return text;
 }
 
@@ -48,14 +51,14 @@ CommandLine ReadCommandLine(const QStringList& arguments)
 
     CommandLine line;
     const auto fault = [&](const QString& text) {
-        line.answer = text + QStringLiteral("\n\n") + helpText(parser);
+        line.answer = text + QStringLiteral("\n\n") + helpText(parser, arguments.value(0, QStringLiteral("velmora")));
         line.exitCode = 2;
         return line;
     };
     if (!parser.parse(arguments))
         return fault(parser.errorText());
     if (parser.isSet(help)) {
-        line.answer = helpText(parser);
+        line.answer = helpText(parser, arguments.value(0, QStringLiteral("velmora")));
         return line;
     }
     if (parser.isSet(version)) {
