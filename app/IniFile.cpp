@@ -13,7 +13,7 @@ namespace velmora {
 namespace {
 
 const QByteArray Utf8Bom("\xEF\xBB\xBF");
-const char* const CodePage = "windows-1255";
+const char* const CodePage = HebrewCodePage;
 
 struct Parsed {
     enum class Kind { Other, Section, Key };

@@ -36,4 +36,7 @@ private:
 
 inline constexpr int IniValueMaxLength = 255;
 
+// The code page of the settings file, and of Hebrew text files that older programs wrote.
+inline constexpr char HebrewCodePage[] = "windows-1255";
+
 } // namespace velmora

@@ -6,7 +6,7 @@ namespace velmora {
 
 void PendingFailure::fail(const Failure& failure)
 {
-    if (!m_failure)
+    if (!m_failure || m_keep == Keep::Last)
         m_failure = failure;
     ++m_count;
 }

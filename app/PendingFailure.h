@@ -14,6 +14,11 @@ class Prompts;
 // reports it once.
 class PendingFailure {
 public:
+    // Which failure is reported when several steps failed: most operations name the first,
+    // the reports the last, as the engine left it.
+    enum class Keep { First, Last };
+    explicit PendingFailure(Keep keep = Keep::First) : m_keep(keep) {}
+
     // Runs one step; a Failure it throws is kept and the step counts as skipped.
     template <class Step>
     bool attempt(Step&& step)
@@ -43,6 +48,7 @@ public:
 private:
     std::optional<Failure> m_failure;
     int m_count = 0;
+    Keep m_keep = Keep::First;
 };
 
 } // namespace velmora

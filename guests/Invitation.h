@@ -54,6 +54,9 @@ int GroupIndex(const WeddingState& state, const QString& groupText);
 // The group box's text for a stored LIST_GROUP; nothing when it names no group.
 std::optional<QString> GroupText(const WeddingState& state, const QVariant& listGroup);
 
+// What the duplicate test says when another row carries the pair.
+inline const QString DuplicateMessage = QStringLiteral("קיימת כבר הזמנה זהה ברשימה.");
+
 // Walks from the first row to the row of the pair; false (and at the end) when none.
 bool FindPair(store::Recordset& rs, const QString& familyName, const QString& firstName);
 // True when another row than the one at `skipPosition` (-1: none) carries the pair.

@@ -540,7 +540,14 @@ void Database::inTransaction(const std::function<void()>& work)
         exec(connection, QStringLiteral("ROLLBACK"));
         throw;
     }
-    exec(connection, QStringLiteral("COMMIT"));
+    try {
+        exec(connection, QStringLiteral("COMMIT"));
+    } catch (const Failure&) {
+        // A commit that failed on a full disk may leave the transaction open: undo it all.
+        if (!sqlite3_get_autocommit(connection.db))
+            sqlite3_exec(connection.db, "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
+    }
 }
 
 Recordset Database::openRecordset(const QString& sql) const

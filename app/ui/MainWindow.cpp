@@ -9,13 +9,18 @@
 #include "app/WindowPlacement.h"
 #include "app/ui/HebrewText.h"
 #include "app/ui/TypedKeys.h"
+#include "budget/BudgetCsv.h"
 #include "desktop/ui/AboutWindow.h"
 #include "desktop/ui/HelpWindow.h"
 #include "desktop/ui/WheelHook.h"
+#include "guests/GuestCsv.h"
 #include "guests/Removal.h"
+#include "guests/ui/ImportWindow.h"
 #include "guests/ui/OptionsWindow.h"
 #include "printing/GuestReport.h"
 #include "printing/ui/GuestReportPreview.h"
+#include "printing/ui/LabelPreviews.h"
+#include "printing/ui/PrintDesignWindow.h"
 #include "seating/TableIcons.h"
 #include "seating/ui/TableMapWindow.h"
 #include "store/ExportImport.h"
@@ -176,6 +181,8 @@ void MainWindow::wireCommands()
     on("popOptions", [this] { openOptions(); });
     on("mnuDial", [this] { DialNum(); });
     on("mnuPrintReport", [this] { PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this); });
+    on("mnuPrintEnvLables", [this] { openPrintDesign(1); });
+    on("mnuPrintSittingNotes", [this] { openPrintDesign(2); });
     on("popShowTablesMap", [this] {
         QAction* tick = action(QStringLiteral("popShowTablesMap"));
         tick->setChecked(!tick->isChecked());
@@ -211,6 +218,18 @@ void MainWindow::wireCommands()
             return true;
         });
     });
+    // Guest lists and the budget to and from spreadsheets, beside the wedding's own export.
+    auto* tools = findChild<QMenu*>(QStringLiteral("mnuTools"));
+    for (const auto& [name, caption] : {std::pair{"mnuExportListCsv", "יצוא רשימת המוזמנים לגיליון (CSV)..."},
+                                        std::pair{"mnuImportListCsv", "יבוא רשימת מוזמנים מגיליון (CSV)..."},
+                                        std::pair{"mnuExportBudgetCsv", "יצוא התקציב לגיליון (CSV)..."}}) {
+        auto* act = new QAction(hebrewParagraph(QString::fromUtf8(caption)), tools);
+        act->setObjectName(QString::fromLatin1(name));
+        tools->insertAction(action(QStringLiteral("mnu2")), act);
+    }
+    on("mnuExportListCsv", [this] { guests::ExportGuestList(m_state, m_prompts, m_model); });
+    on("mnuImportListCsv", [this] { ImportGuestList(m_state, m_prompts, [this] { refreshList(); }, this); });
+    on("mnuExportBudgetCsv", [this] { budget::ExportBudget(m_state, m_prompts); });
     auto showHelp = [this] { desktop::ui::ShowHelp(*this, m_helpFile); };
     on("mnuProgramHelp", showHelp);
     on("popHelp", showHelp);
@@ -244,8 +263,14 @@ void MainWindow::onToolbar(QAction* button)
     case 6:
         openBudget();
         break;
+    case 7:
+        openPrintDesign(1);
+        break;
     case 8:
         PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this);
+        break;
+    case 9:
+        openPrintDesign(2);
         break;
     case 10:
         ShowHideTablesMap();
@@ -279,6 +304,23 @@ void MainWindow::ShowHideTablesMap()
         mapHidden();
     }
     m_toolbar->update();
+}
+
+void MainWindow::openPrintDesign(qint32 page)
+{
+    m_state.PrintPage = page;
+    printing::ui::PrintDesignWindow::open(m_state, m_prompts, {[this] { PrintLabels(); }, [this] { PrintSittingNote(); }},
+                                          this);
+}
+
+void MainWindow::PrintLabels()
+{
+    ui::PrintLabels(m_state, m_prompts, m_model, this);
+}
+
+void MainWindow::PrintSittingNote()
+{
+    ui::PrintSittingNote(m_state, m_prompts, m_model, this);
 }
 
 void MainWindow::openBudget()

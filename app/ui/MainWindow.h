@@ -80,6 +80,11 @@ public:
     quint8 seatedCount(int table) const override;
     // frmOptions, modal and owned by this window.
     void openOptions();
+    // frmPrint on the page given (1 labels, 2 seating notes), modal; its print buttons
+    // build the reports below once it is gone.
+    void openPrintDesign(qint32 page);
+    void PrintLabels();
+    void PrintSittingNote();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -8,6 +8,7 @@
 #include "app/ui/MainWindow.h"
 #include "app/ui/QtPrompts.h"
 #include "app/ui/SplashWindow.h"
+#include "printing/PrintDesign.h"
 #include "seating/ui/TableMapWindow.h"
 
 #include <QApplication>
@@ -24,6 +25,8 @@ namespace velmora::ui {
 std::unique_ptr<Windows> Main(WeddingState& state, Prompts& prompts, const QString& currentDirectory)
 {
     state.AppPath = AppPathFor(currentDirectory);
+    // A new wedding starts with the designs that come with the program.
+    printing::InstallDesigns(state.AppPath, printing::ShippedDesignFolder());
     state.WeddingDate = SettingsFile(state.iniFile()).date(keys::WeddingDate, QDate::currentDate());
 
     auto windows = std::make_unique<Windows>();

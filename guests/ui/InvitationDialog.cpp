@@ -382,7 +382,7 @@ bool InvitationDialog::SaveInv()
     } catch (const Failure&) {
     }
     if (duplicate) {
-        m_prompts.message(QStringLiteral("קיימת כבר הזמנה זהה ברשימה."));
+        m_prompts.message(guests::DuplicateMessage);
         return false;
     }
     return updateOne(f, groupIndex);
@@ -405,7 +405,7 @@ bool InvitationDialog::AddRecord()
         duplicate = rs.recordCount() > 0 && guests::IsDuplicate(rs, Trim(f.familyName), Trim(f.firstName), -1);
     });
     if (duplicate) {
-        m_prompts.message(QStringLiteral("קיימת כבר הזמנה זהה ברשימה."));
+        m_prompts.message(guests::DuplicateMessage);
         return false;
     }
     pending.attempt([&] {

@@ -1,7 +1,7 @@
 #include "TestMain.h"
+#include "TestWedding.h"
 
 #include <QDirIterator>
-#include <QFile>
 #include <QRegularExpression>
 
 // Logic never includes widgets, so it is tested without windows; only ui/ folders,
@@ -24,9 +24,7 @@ private slots:
                 const QString path = it.next();
                 if (path.contains(QStringLiteral("/ui/")) || path.endsWith(QStringLiteral("app/main.cpp")))
                     continue;
-                QFile file(path);
-                QVERIFY(file.open(QIODevice::ReadOnly));
-                if (widgetInclude.match(QString::fromUtf8(file.readAll())).hasMatch())
+                if (widgetInclude.match(QString::fromUtf8(velmora::test::fileBytes(path))).hasMatch())
                     offenders << path.mid(root.size() + 1);
             }
         }

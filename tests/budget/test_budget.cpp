@@ -94,18 +94,11 @@ private slots:
             << "100" << QStringList{"0=" + Max, "29=922337203685478"} << O::TooLarge << -1 << boxes("100") << "";
         QTest::newRow("the largest amount's fraction reads over the limit")
             << "" << QStringList{"0=922337203685477.5807"} << O::TooLarge << -1 << QStringList() << "";
-        QTest::newRow("10,000 digits refused")
-            << "" << QStringList{"4=" + QString(10000, u'9')} << O::TooLarge << -1 << QStringList() << "";
-        QTest::newRow("an exponent over the limit refused")
-            << "" << QStringList{"4=1e15"} << O::TooLarge << -1 << QStringList() << "";
         QTest::newRow("thirty maxima: the row stands, the total overflows")
             << "" << boxes(Max) << O::Saved << -1 << boxes(Max) << "";
-        QTest::newRow("grouped thousands stored whole")
-            << "" << QStringList{"2=1,000", "3=₪ 1,250.5", "4=12 ₪"} << O::Saved << -1
-            << boxes("0", {"2=1000", "3=1250.5", "4=12"}) << "2262.5";
-        QTest::newRow("negatives lower the total")
-            << "" << QStringList{"0=1000", "1=-250", "2=-₪0.5"} << O::Saved << -1
-            << boxes("0", {"0=1000", "1=-250", "2=-0.5"}) << "749.5";
+        QTest::newRow("grouped thousands stored whole, negatives lower the total")
+            << "" << QStringList{"2=1,000", "3=₪ 1,250.5", "4=12 ₪", "5=-₪0.5"} << O::Saved << -1
+            << boxes("0", {"2=1000", "3=1250.5", "4=12", "5=-0.5"}) << "2262";
         QTest::newRow("five decimals rounded by the store; the total in 15 digits")
             << "" << QStringList{"0=0.12345", "1=-0.00005", "2=7.00004", "3=123456789012.34567"} << O::Saved << -1
             << boxes("0", {"0=0.1235", "1=-0.0001", "2=7", "3=123456789012.3457"}) << "123456789019.469";
@@ -132,7 +125,6 @@ private slots:
         ledger.open(wedding.state.databaseFile());
         QString sql;
         QStringList texts = ledger.load(sql);
-        QCOMPARE(sql, QStringLiteral("select * from VELMORA_BUDGET"));
         QCOMPARE(ledger.isNew(), existing.isEmpty());
         QCOMPARE(texts, boxes(existing.isEmpty() ? QStringLiteral("0") : existing));
         texts = typed.size() == budget::BranchCount ? typed : boxes(texts, typed);
@@ -145,7 +137,6 @@ private slots:
         QCOMPARE(ledger.save(texts, m_prompts, [&](int box) { focused = box; }), outcome);
         QCOMPARE(focused, focus);
         QVERIFY(m_prompts.verifyDone());
-        QCOMPARE(wedding.count(QStringLiteral("select * from VELMORA_BUDGET")), stored.isEmpty() ? 0 : 1);
         QCOMPARE(fileBoxes(wedding), stored);
 
         if (outcome != BudgetLedger::Outcome::Saved)

@@ -26,63 +26,6 @@ class GuestListTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void theQueryFollowsFiltersGroupAndOrder_data()
-    {
-        QTest::addColumn<bool>("hideNotComing");
-        QTest::addColumn<bool>("hideNotConfirmed");
-        QTest::addColumn<QString>("group");
-        QTest::addColumn<QString>("order");
-        QTest::addColumn<QString>("sql"); // behind "select * from VELMORA_LIST"
-
-        const QString all = QStringLiteral("כל האורחים");
-        const QString friends = QStringLiteral("חברים");
-        QTest::newRow("all") << false << false << all << "" << "";
-        QTest::newRow("all sorted") << false << false << all << "FAMILY_NAME" << " order by FAMILY_NAME ASC";
-        QTest::newRow("not coming hidden") << true << false << all << "" << " where (CONFIRM <> 2)";
-        QTest::newRow("unconfirmed hidden, sorted")
-            << false << true << all << "TABLE_NO" << " where (CONFIRM between 1 and 2) order by TABLE_NO ASC";
-        QTest::newRow("both hidden") << true << true << all << "" << " where (CONFIRM = 1)";
-        QTest::newRow("group sorted") << false << false << friends << "PRESENT" << " where LIST_GROUP = '4' order by PRESENT ASC";
-        QTest::newRow("group, a filter, sorted") << true << false << friends << "FAMILY_NAME"
-                                                 << " where (CONFIRM <> 2) and (LIST_GROUP = '4') order by FAMILY_NAME ASC";
-        QTest::newRow("group, both filters") << true << true << friends << ""
-                                             << " where (CONFIRM = 1) and (LIST_GROUP = '4')";
-        QTest::newRow("unknown group") << false << false << QStringLiteral("אין כזו") << "" << " where LIST_GROUP = '0'";
-    }
-
-    void theQueryFollowsFiltersGroupAndOrder()
-    {
-        QFETCH(bool, hideNotComing);
-        QFETCH(bool, hideNotConfirmed);
-        QFETCH(QString, group);
-        QFETCH(QString, order);
-        QFETCH(QString, sql);
-        test::TestWedding wedding;
-        wedding.state.NumOfGroups = 5;
-        wedding.state.UserGroups = {wedding.state.CoupleName, wedding.state.HisFamily, wedding.state.HerFamily,
-                                    QStringLiteral("חברים"), QStringLiteral("עבודה")};
-        ListView view{hideNotComing, hideNotConfirmed, order.isEmpty() ? QString() : QStringLiteral("ASC")};
-        QCOMPARE(ListSql(wedding.state, group, order, view), QStringLiteral("select * from VELMORA_LIST") + sql);
-    }
-
-    void groupNumbersComeFromTheNamesOrTheGroupList()
-    {
-        test::TestWedding wedding;
-        WeddingState& s = wedding.state;
-        QCOMPARE(GroupNumber(s, s.CoupleName), 1);
-        QCOMPARE(GroupNumber(s, s.HisFamily), 2);
-        QCOMPARE(GroupNumber(s, s.HerFamily), 3);
-        QCOMPARE(GroupNumber(s, QStringLiteral("חברים")), 0);
-        s.HerFamily = s.HisFamily; // the bride's name is tested before the groom's
-        QCOMPARE(GroupNumber(s, s.HisFamily), 3);
-
-        s.NumOfGroups = 4;
-        s.UserGroups = {QStringLiteral("א"), QStringLiteral("ב"), QStringLiteral("ג"), QStringLiteral("ד")};
-        QCOMPARE(GroupNumber(s, QStringLiteral("ד")), 4);
-        QCOMPARE(GroupNumber(s, s.CoupleName), 0);
-        QCOMPARE(GroupNumber(s, QStringLiteral("ד ")), 0); // exact
-    }
-
     void rowsCellsAndTotalsAsShown()
     {
         test::TestWedding wedding;
@@ -137,27 +80,6 @@ private slots:
         QCOMPARE(model.rowCount(), 1);
         QCOMPARE(wedding.state.PresentTotal, 500);
         QCOMPARE(wedding.state.GuestsNotComing, 0);
-    }
-
-    void anEmptyListOrGroupShowsOneEmptyRowAndTheFirstRowDecidesTheDialButton()
-    {
-        test::TestWedding wedding;
-        wedding.createDatabase();
-        test::ScriptedPrompts prompts;
-        GuestListModel model;
-        ListOutcome outcome = InitList(wedding.state, prompts, model, wedding.state.AllGuests, {}, {});
-        QVERIFY(!outcome.hasRows && !outcome.dialEnabled && !model.hasInvitations());
-        QCOMPARE(model.rowCount(), 1);
-        QCOMPARE(outcome.panels[1], QStringLiteral("מתנות ₪0"));
-        QCOMPARE(outcome.panels[5], QStringLiteral("מס' ההזמנות  0"));
-
-        wedding.addInvitation(with(test::invitation("א", "א", 1, 1), {{"PHONES", QString()}}));
-        wedding.addInvitation(test::invitation("ב", "ב", 1, 1));
-        QVERIFY(!InitList(wedding.state, prompts, model, wedding.state.AllGuests, {}, {}).dialEnabled);
-        ListView descending{false, false, QStringLiteral("DESC")};
-        QVERIFY(InitList(wedding.state, prompts, model, wedding.state.AllGuests, QStringLiteral("FAMILY_NAME"), descending)
-                    .dialEnabled);
-        QCOMPARE(model.cellText(1, 0), QStringLiteral("ב"));
     }
 
     void aNullInAPlainColumnIsReportedOnce()

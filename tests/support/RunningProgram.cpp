@@ -31,6 +31,12 @@ void RunningProgram::stop()
     windows.reset();
 }
 
+void RunningProgram::finish()
+{
+    stop();
+    prompts.verifyDone();
+}
+
 ui::MainWindow& RunningProgram::main() const
 {
     return *windows->main;

@@ -27,6 +27,8 @@ public:
     bool start(const QString& folder);
     // Ends the program with the map's places kept, so that it asks nothing.
     void stop();
+    // stop(), then fails the running test when scripted prompts were not all used.
+    void finish();
 
     ui::MainWindow& main() const;
     ui::TableMapWindow& map() const;

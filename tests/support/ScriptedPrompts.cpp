@@ -17,11 +17,7 @@ void failTest(const QString& message)
 
 RecordedPrompt plain(PromptKind kind, const QString& title = {}, const QString& text = {})
 {
-    RecordedPrompt prompt;
-    prompt.kind = kind;
-    prompt.title = title;
-    prompt.text = text;
-    return prompt;
+    return {.kind = kind, .title = title, .text = text};
 }
 
 // A file, colour or printer dialog's answer; none when the script cancels it.
@@ -64,10 +60,8 @@ ScriptedPrompts& ScriptedPrompts::expectBox(PromptIcon icon, const QString& text
                                             PromptButtons buttons, PromptAnswer defaultButton, PromptAnswer answer)
 {
     Step step;
-    step.expected = plain(PromptKind::Message, title, text);
-    step.expected.icon = icon;
-    step.expected.buttons = buttons;
-    step.expected.defaultButton = defaultButton;
+    step.expected = {.kind = PromptKind::Message, .icon = icon, .title = title, .text = text, .buttons = buttons,
+                     .defaultButton = defaultButton};
     step.answer = answer;
     m_script.push_back(step);
     return *this;
@@ -158,13 +152,10 @@ std::optional<ScriptedPrompts::Step> ScriptedPrompts::take(const RecordedPrompt&
 
 PromptAnswer ScriptedPrompts::show(const MessageRequest& request)
 {
-    RecordedPrompt shown = plain(PromptKind::Message, request.title.isEmpty() ? DefaultCaption : request.title,
-                                 request.text);
-    shown.icon = request.icon;
-    shown.buttons = request.buttons;
-    shown.defaultButton = request.defaultButton;
-    shown.leftToRight = request.leftToRight;
-    const auto step = take(shown);
+    const auto step = take({.kind = PromptKind::Message, .icon = request.icon,
+                            .title = request.title.isEmpty() ? DefaultCaption : request.title, .text = request.text,
+                            .buttons = request.buttons, .defaultButton = request.defaultButton,
+                            .leftToRight = request.leftToRight});
     if (!step)
         return request.buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Cancel;
     return step->answer;

@@ -6,6 +6,7 @@
 #include "guests/Removal.h"
 #include "store/Schema.h"
 
+#include <QFile>
 #include <QSettings>
 #include <QTest>
 
@@ -26,6 +27,34 @@ QVariantMap invitation(const QString& family, const QString& first, int people, 
 QString iniValue(const QString& file, const char* section, const char* key)
 {
     return ReadIniValue(file, QString::fromLatin1(section), QString::fromLatin1(key), QStringLiteral("<none>"));
+}
+
+QByteArray fileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+Failure failureIn(const std::function<void()>& step)
+{
+    try {
+        step();
+    } catch (const Failure& failure) {
+        return failure;
+    }
+    return Failure(0, {});
+}
+
+int failureOf(const std::function<void()>& step)
+{
+    return failureIn(step).number();
 }
 
 TestWedding::TestWedding()

@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QVariantMap>
 
+#include <functional>
+
 namespace velmora::test {
 
 // Each test starts with nothing of its own in the per-user store.
@@ -18,6 +20,14 @@ QVariantMap invitation(const QString& family, const QString& first, int people, 
 
 // A settings file's value, "<none>" when it has none.
 QString iniValue(const QString& file, const char* section, const char* key);
+
+// A file's bytes; "<missing>" when it can't be read.
+QByteArray fileBytes(const QString& path);
+// Writes the bytes over the file; fails the running test when it can't.
+void writeFile(const QString& path, const QByteArray& bytes);
+// The failure a step throws; number 0 when it throws none.
+Failure failureIn(const std::function<void()>& step);
+int failureOf(const std::function<void()>& step);
 
 // A wedding folder of its own for one test: settings file, database and state.
 class TestWedding {
