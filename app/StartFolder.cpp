@@ -104,11 +104,4 @@ QString MakeWeddingFolder(const QString& folder)
     return {};
 }
 
-QString ProgramDataFolder(const QString& programFolder)
-{
-    const QDir program(programFolder);
-    const QDir installed(program.filePath(QStringLiteral(VELMORA_DATA_FROM_PROGRAM)));
-    return (installed.exists() ? installed.absolutePath() : program.absolutePath()) + u'/';
-}
-
 } // namespace velmora

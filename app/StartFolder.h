@@ -30,8 +30,4 @@ QString WeddingFolder(const CommandLine& line, const QString& currentDirectory, 
 // Makes the wedding's folder on first use; the reason in words when it can't.
 QString MakeWeddingFolder(const QString& folder);
 
-// What the program carries beside itself (the design pictures under design/): the data
-// folder of an installed program, else the program's own folder. Ends in a separator.
-QString ProgramDataFolder(const QString& programFolder);
-
 } // namespace velmora

@@ -1,18 +1,12 @@
-# Installed like any desktop program: `make install` (PREFIX, DESTDIR) and `make deb`.
-include(GNUInstallDirs)
-
+# Installed like any desktop program: `make install` (PREFIX, DESTDIR) and `make deb`, the
+# program and its designs besides what is installed here.
 set(VELMORA_APP_ID il.co.velmora.Velmora)
-set(VELMORA_DATA_DIR ${CMAKE_INSTALL_DATADIR}/velmora)   # the design pictures go to design/ under it
 set(VELMORA_DOC_DIR ${CMAKE_INSTALL_DATADIR}/doc/velmora)
 
-# An installed program finds its data by this path from its own folder, wherever the prefix.
-file(RELATIVE_PATH data_from_program /p/${CMAKE_INSTALL_BINDIR} /p/${VELMORA_DATA_DIR})
-target_compile_definitions(velmora_core PRIVATE VELMORA_DATA_FROM_PROGRAM="${data_from_program}")
 target_compile_definitions(velmora_ui PRIVATE VELMORA_APP_ID="${VELMORA_APP_ID}")
 # The window's icon where no icon theme holds it (a program run from its build folder).
 qt_add_resources(velmora_ui "icon" PREFIX "/icons" BASE package/icons FILES package/icons/velmora-64.png)
 
-install(TARGETS velmora RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES package/${VELMORA_APP_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES package/${VELMORA_APP_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 foreach(size 16 24 32 48 64 128 256)
@@ -20,7 +14,6 @@ foreach(size 16 24 32 48 64 128 256)
           DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps)
 endforeach()
 install(FILES package/icons/velmora.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
-install(DIRECTORY DESTINATION ${VELMORA_DATA_DIR})
 install(FILES desktop/help/velmora.html DESTINATION ${VELMORA_DOC_DIR})
 
 # Debian wants the changelog and the manual page compressed, without a time stamp.
