@@ -1,8 +1,9 @@
 # Velmora: `make run` and `make test` do all the set-up on a fresh Debian 12 machine.
 BUILD ?= build
 JOBS ?= $(shell nproc)
+PREFIX ?= /usr/local
 
-.PHONY: deps build run demo test bench clean
+.PHONY: deps build run demo test bench clean install deb
 
 deps:
 	@bash scripts/install-deps.sh
@@ -27,6 +28,16 @@ test: build
 
 bench: build
 	@for b in $(BUILD)/bench/bench_*; do [ -f "$$b" ] && [ -x "$$b" ] || continue; echo "== $$b"; QT_QPA_PLATFORM=offscreen $$b; done
+
+# The program, its icons, menu entry and metadata under $(PREFIX); DESTDIR stages them elsewhere.
+install: build
+	DESTDIR="$(DESTDIR)" cmake --install $(BUILD) --prefix "$(PREFIX)"
+
+# A Debian package in $(BUILD)/, checked by lintian when it is installed.
+deb: build
+	cd $(BUILD) && cpack -G DEB
+	@if command -v lintian >/dev/null; then lintian --fail-on error $(BUILD)/velmora_*.deb; \
+	else echo "lintian is not installed: the package was not checked"; fi
 
 clean:
 	rm -rf $(BUILD)

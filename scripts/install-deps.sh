@@ -10,6 +10,7 @@ packages=(
   fonts-liberation2 fonts-dejavu-core adwaita-icon-theme
   xvfb xauth poppler-utils
   cups cups-client printer-driver-cups-pdf
+  dpkg-dev file desktop-file-utils appstream
 )
 
 missing=()

@@ -2,6 +2,7 @@
 
 #include "app/Product.h"
 #include "app/Settings.h"
+#include "app/StartFolder.h"
 #include "app/Wedding.h"
 #include "app/WeddingState.h"
 #include "app/ui/MainWindow.h"
@@ -14,7 +15,10 @@
 #include <QDir>
 #include <QIcon>
 #include <QLibraryInfo>
+#include <QStandardPaths>
 #include <QTranslator>
+
+#include <cstdio>
 
 namespace velmora::ui {
 
@@ -46,15 +50,52 @@ std::unique_ptr<Windows> Main(WeddingState& state, Prompts& prompts, const QStri
     return windows;
 }
 
+std::unique_ptr<Windows> StartIn(WeddingState& state, Prompts& prompts, const QString& folder,
+                                 const QString& startedIn)
+{
+    if (const QString fault = MakeWeddingFolder(folder); !fault.isEmpty()) {
+        prompts.critical(fault);
+        return nullptr;
+    }
+    auto windows = Main(state, prompts, folder);
+    if (windows && QDir::cleanPath(folder) != QDir::cleanPath(startedIn)) {
+        // The mark keeps the path's leading separator on its left in the Hebrew title.
+        MainWindow& main = *windows->main;
+        main.setWindowTitle(main.windowTitle() + QStringLiteral(" - \u200E") + QDir::toNativeSeparators(folder));
+        main.setAccessibleName(main.windowTitle());
+    }
+    return windows;
+}
+
+namespace {
+int answer(const CommandLine& line)
+{
+    std::fputs(line.answer.toLocal8Bit().constData(), line.exitCode == 0 ? stdout : stderr);
+    return line.exitCode;
+}
+} // namespace
+
 int runVelmora(int argc, char** argv)
 {
+    // Help and version answer even where there is no display.
+    QStringList given;
+    for (int i = 0; i < argc; ++i)
+        given << QString::fromLocal8Bit(argv[i]);
+    if (const CommandLine early = ReadCommandLine(given); !early.starts() && early.exitCode == 0)
+        return answer(early);
+
     QApplication app(argc, argv);
+    const CommandLine line = ReadCommandLine(QApplication::arguments());
+    if (!line.starts())
+        return answer(line);
     QApplication::setOrganizationName(product::Title);
     QApplication::setApplicationName(product::Title);
     QApplication::setApplicationVersion(product::version());
     QApplication::setLayoutDirection(Qt::RightToLeft);
+    QApplication::setDesktopFileName(QStringLiteral(VELMORA_APP_ID));
     if (QIcon::themeName().isEmpty() || QIcon::themeName() == u"hicolor")
         QIcon::setThemeName(QStringLiteral("Adwaita"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("velmora"), QIcon(QStringLiteral(":/icons/velmora-64.png"))));
 
     // Standard buttons read in Hebrew.
     QTranslator qtHebrew;
@@ -63,7 +104,9 @@ int runVelmora(int argc, char** argv)
 
     WeddingState state;
     QtPrompts prompts;
-    const auto windows = Main(state, prompts, QDir::currentPath());
+    const QString startedIn = QDir::currentPath();
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    const auto windows = StartIn(state, prompts, WeddingFolder(line, startedIn, QDir::homePath(), documents), startedIn);
     if (!windows)
         return 1;
     return app.exec();

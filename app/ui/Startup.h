@@ -28,6 +28,11 @@ struct Windows {
 // program must end.
 std::unique_ptr<Windows> Main(WeddingState& state, Prompts& prompts, const QString& currentDirectory);
 
+// Main on the wedding of `folder`, made on first start. When that isn't the folder the
+// program was started in, the main window's title says where the wedding lies.
+std::unique_ptr<Windows> StartIn(WeddingState& state, Prompts& prompts, const QString& folder,
+                                 const QString& startedIn);
+
 // Makes the application object and everything the program shares, then runs it.
 int runVelmora(int argc, char** argv);
 
