@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
+#include <optional>
+#include <random>
 #include <tuple>
 
 namespace velmora::seating {
@@ -230,6 +232,38 @@ public:
         for (int guest : left)
             if (const int table = bestFit(m_groupOf[size_t(guest)], m_guests[size_t(guest)].people))
                 place(guest, table);
+            else
+                makeRoom(guest);
+    }
+
+    // Chairs scattered in ones and twos: a smaller invitation moves to another table to make
+    // the room, at a table of the guest's own group when there is one.
+    bool makeRoom(int guest)
+    {
+        const int people = m_guests[size_t(guest)].people;
+        const int group = m_groupOf[size_t(guest)];
+        for (bool ownGroup : {true, false})
+            for (int table = 1; table <= m_maxTables; ++table) {
+                if (!m_open[size_t(table)] || (ownGroup && m_presence[size_t(group)][size_t(table)] == 0))
+                    continue;
+                for (size_t other = 0; other < m_guests.size(); ++other) {
+                    const int size = m_guests[other].people;
+                    if (m_table[other] != table || !m_chosen[other] || size >= people || room(table) + size < people)
+                        continue;
+                    unplace(int(other));
+                    m_open[size_t(table)] = false;
+                    const int to = bestFit(m_groupOf[other], size);
+                    m_open[size_t(table)] = true;
+                    if (to == 0) {
+                        place(int(other), table);
+                        continue;
+                    }
+                    place(int(other), to);
+                    place(guest, table);
+                    return true;
+                }
+            }
+        return false;
     }
 
     void clearChosen()
@@ -270,19 +304,22 @@ public:
         return chairs;
     }
 
-    bool seatsGroupsTogether()
+    // Largest groups first; a later attempt weighs each group's size by up to 40% more, so
+    // that groups of nearly one size come in another order.
+    bool seatsGroupsTogether(unsigned attempt)
     {
-        std::vector<int> order;
+        std::vector<std::pair<int, int>> order; // weighted size, group
+        std::mt19937 weights(attempt);
         for (int group = 0; group < int(m_groupNames.size()); ++group)
-            if (!chosenOf(group, true).empty())
-                order.push_back(group);
-        std::stable_sort(order.begin(), order.end(),
-                         [&](int a, int b) { return peopleOf(chosenOf(a, true)) > peopleOf(chosenOf(b, true)); });
-        for (int group : order)
+            if (const int people = peopleOf(chosenOf(group, true)))
+                order.push_back({people * (100 + (attempt == 0 ? 0 : int(weights() % 41))), group});
+        std::stable_sort(order.begin(), order.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
+        for (const auto& [weight, group] : order)
             placeGroup(group);
         placeLeftovers();
         return unplacedPeople() == 0;
     }
+
 
     // Every invitation by itself, largest first: the plain packing, when the grouped one
     // leaves people over.
@@ -413,6 +450,23 @@ public:
         return bound;
     }
 
+    // How good a seating is, better first: groups split, the tables they take beyond one,
+    // tables with a handful of people.
+    std::tuple<int, int, int> score() const
+    {
+        int split = 0;
+        int extra = 0;
+        for (const auto& at : m_presence) {
+            const int tables = int(std::count_if(at.begin() + 1, at.end(), [](int people) { return people > 0; }));
+            split += tables > 1;
+            extra += std::max(0, tables - 1);
+        }
+        int small = 0;
+        for (int table = 1; table <= m_maxTables; ++table)
+            small += isSmall(table);
+        return {split, extra, small};
+    }
+
     SeatPlan plan(int lowerBound) const
     {
         SeatPlan result;
@@ -465,11 +519,28 @@ SeatPlan PlanSeating(const std::vector<SeatGuest>& guests, int maxTables, int ma
     };
     if (people > chairs)
         return failed(people - chairs);
-    if (!packer.seatsGroupsTogether()) {
-        const int leftOver = packer.unplacedPeople();
-        if (!packer.seatsInvitations())
-            return failed(std::min(leftOver, packer.unplacedPeople()));
+    // A few orders of the groups, the best kept; each takes about a millisecond.
+    std::optional<SeatPlan> best;
+    std::tuple<int, int, int> bestScore;
+    int leftOver = people;
+    for (unsigned attempt = 0; attempt < 16; ++attempt) {
+        Packer tried(guests, maxTables, maxChairs, choice);
+        if (!tried.seatsGroupsTogether(attempt)) {
+            leftOver = std::min(leftOver, tried.unplacedPeople());
+            continue;
+        }
+        tried.balance();
+        if (!best || tried.score() < bestScore) {
+            best = tried.plan(bound);
+            bestScore = tried.score();
+        }
+        if (int(best->splitGroups.size()) == bound)
+            break; // no order can split fewer
     }
+    if (best)
+        return *best;
+    if (!packer.seatsInvitations())
+        return failed(std::min(leftOver, packer.unplacedPeople()));
     packer.balance();
     return packer.plan(bound);
 }
