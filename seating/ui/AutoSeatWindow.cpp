@@ -197,13 +197,17 @@ void AutoSeatWindow::showResult()
         if (m_plan.people[size_t(table)] == 0)
             continue;
         ++tablesUsed;
+        const auto now = placed.find(table);
         auto* item = new QTreeWidgetItem(m_lstTables, {QString::number(table), QString::number(m_plan.people[size_t(table)]),
-                                                       QString::number(placed[table])});
+                                                       QString::number(now == placed.end() ? 0 : now->second)});
         item->setTextAlignment(1, Qt::AlignCenter);
         item->setTextAlignment(2, Qt::AlignCenter);
     }
     for (const seating::SplitGroup& split : m_plan.splitGroups)
         new QTreeWidgetItem(m_lstSplit, {groupName(split.group), QString::number(split.tables)});
+    for (QTreeWidget* list : {m_lstTables, m_lstSplit})
+        for (int column = 0; column < list->columnCount(); ++column)
+            list->resizeColumnToContents(column);
     int people = 0;
     for (const auto& [table, count] : placed)
         people += count;
