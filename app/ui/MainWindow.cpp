@@ -22,6 +22,7 @@
 #include "printing/ui/LabelPreviews.h"
 #include "printing/ui/PrintDesignWindow.h"
 #include "seating/TableIcons.h"
+#include "seating/ui/AutoSeatWindow.h"
 #include "seating/ui/TableMapWindow.h"
 #include "store/ExportImport.h"
 #include "store/Schema.h"
@@ -707,6 +708,11 @@ bool MainWindow::load(TableMapWindow& tableMap)
         refreshList();
         restoreGridPosition();
     });
+    // Automatic seating, from the Tools menu and from the map's pop-up.
+    m_autoSeat = new AutoSeatWindow(m_state, m_prompts, [this] { refreshList(); }, this);
+    AddAutoSeatEntries(*m_autoSeat, findChild<QMenu*>(QStringLiteral("mnuTools")), action(QStringLiteral("mnu4")),
+                       QStringLiteral("mnu"));
+    AddAutoSeatEntries(*m_autoSeat, m_tableMap->popupMenu(), nullptr, QStringLiteral("pop"));
     m_state.CrLf = QStringLiteral("\r\n");
     m_state.OptionsPending = false;
     // The size as built is the size the controls' places were designed for.

@@ -28,6 +28,7 @@ struct WeddingState;
 namespace velmora::ui {
 
 class TableMapWindow;
+class AutoSeatWindow;
 
 // The main window: the guest list and the frame around it. It dispatches; the work is
 // done by the operations of the other folders.
@@ -72,6 +73,7 @@ public:
     // frmBudget, modeless; made on each first press and gone when closed.
     void openBudget();
     BudgetWindow* budgetWindow() const { return m_budget; }
+    AutoSeatWindow* autoSeatWindow() const { return m_autoSeat; }
 
     // The refresh after every change of the list or of what it shows: the list, then the map.
     void refreshList() override;
@@ -138,6 +140,7 @@ private:
     QString m_helpFile;
     InvitationDialog* m_invDialog = nullptr;
     QPointer<BudgetWindow> m_budget;
+    AutoSeatWindow* m_autoSeat = nullptr;
     QMenu* m_popup = nullptr;
     int m_lastColumn = 0;
     std::array<QAction*, 14> m_buttons{};
