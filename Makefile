@@ -2,7 +2,7 @@
 BUILD ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: deps build run demo test bench clean
+.PHONY: deps build run demo test test-asan fuzz bench clean
 
 deps:
 	@bash scripts/install-deps.sh
@@ -22,8 +22,46 @@ demo: build
 	./$(BUILD)/velmora-sample demo 300
 	cd demo && ../$(BUILD)/velmora
 
+ifeq ($(SANITIZE),1)
+test: test-asan
+else
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+endif
+
+# The whole suite built apart under the address and undefined-behaviour checkers
+# (`make test SANITIZE=1` is the same). Qt's and the system's own leaks are not ours:
+# scripts/lsan.supp names them.
+ASAN_BUILD ?= build-asan
+SANITIZER_ENV = ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1 \
+	UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	LSAN_OPTIONS=suppressions=$(CURDIR)/scripts/lsan.supp:print_suppressions=0
+
+$(ASAN_BUILD)/CMakeCache.txt:
+	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS_DEBUG=-O1 -g1" -DVELMORA_SANITIZE=ON
+
+test-asan: deps $(ASAN_BUILD)/CMakeCache.txt
+	cmake --build $(ASAN_BUILD) -j $(JOBS)
+	cd $(ASAN_BUILD) && $(SANITIZER_ENV) QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+# Every reader of outside text under libFuzzer for FUZZ_SECONDS each; crashes land in
+# fuzz/regressions/, which the tests replay.
+FUZZ_BUILD ?= build-fuzz
+FUZZ_SECONDS ?= 30
+FUZZ_TARGETS = fuzz_inifile fuzz_numbers fuzz_places fuzz_userstore fuzz_database
+
+$(FUZZ_BUILD)/CMakeCache.txt:
+	cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ -DVELMORA_FUZZ=ON
+
+fuzz: deps $(FUZZ_BUILD)/CMakeCache.txt
+	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target $(FUZZ_TARGETS)
+	@for t in $(FUZZ_TARGETS); do \
+	  corpus=fuzz/corpus/$${t#fuzz_}; mkdir -p $$corpus fuzz/regressions; \
+	  echo "== $$t"; \
+	  (cd $(FUZZ_BUILD) && $(SANITIZER_ENV) ./fuzz/$$t -max_total_time=$(FUZZ_SECONDS) -max_len=8192 -timeout=10 \
+	    -artifact_prefix=$(CURDIR)/fuzz/regressions/$${t#fuzz_}- -print_final_stats=1 ../$$corpus) 2>&1 \
+	    | grep -E "stat::number_of_executed_units|ERROR|SUMMARY|Test unit written" || exit 1; \
+	done
 
 bench: build
 	@for b in $(BUILD)/bench/bench_*; do [ -f "$$b" ] && [ -x "$$b" ] || continue; echo "== $$b"; QT_QPA_PLATFORM=offscreen $$b; done
