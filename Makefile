@@ -55,9 +55,10 @@ FUZZ_TMP ?= $(shell [ -d /dev/shm ] && echo /dev/shm || echo /tmp)
 FUZZ_TARGETS = fuzz_inifile fuzz_numbers fuzz_places fuzz_userstore fuzz_database
 
 $(FUZZ_BUILD)/CMakeCache.txt:
+	@VELMORA_FUZZ=1 bash scripts/install-deps.sh
 	cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_COMPILER=clang++ -DVELMORA_FUZZ=ON
 
-fuzz: deps $(FUZZ_BUILD)/CMakeCache.txt
+fuzz: $(FUZZ_BUILD)/CMakeCache.txt
 	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target $(FUZZ_TARGETS)
 	@for t in $(FUZZ_TARGETS); do \
 	  name=$${t#fuzz_}; mkdir -p $(FUZZ_BUILD)/corpus/$$name fuzz/regressions; \

@@ -12,6 +12,9 @@ packages=(
   cups cups-client printer-driver-cups-pdf
 )
 
+# `make fuzz` builds with clang's libFuzzer.
+[ "${VELMORA_FUZZ:-}" = 1 ] && packages+=(clang)
+
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

@@ -5,6 +5,8 @@
 // in blocks of ten: four invitations added, two updated, one removed, then the options,
 // the map's places and the budget. Doing an edit twice leaves what doing it once leaves.
 
+#include "seating/TableMap.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -56,5 +58,44 @@ inline double placeLeft(int block, int table) { return 300.0 * table + block; }
 inline double placeTop(int block, int table) { return 200.0 * table + 2 * block; }
 // A budget branch after the budget of a block, in whole shekels.
 inline int amountOf(int block, int branch) { return 1000 * block + branch + 1; }
+
+// What the wedding holds once the first `done` edits have run, in the lines that
+// `velmora-edits FOLDER --state` prints; `firstCouple` stands until the first options.
+inline QStringList stateAfter(int done, const QString& firstCouple)
+{
+    QStringList lines{QStringLiteral("integrity ok"), QStringLiteral("settings whole")};
+    const int blocks = (done + BlockSize - 1) / BlockSize;
+    auto ran = [done](int block, int offset) { return block * BlockSize + offset < done; };
+    for (int block = 0; block < blocks; ++block) {
+        for (int slot = 0; slot < 4; ++slot) {
+            if (!ran(block, slot) || (slot == 2 && ran(block, 6)))
+                continue;
+            const int last = block * BlockSize + (slot < 2 && ran(block, 4 + slot) ? 4 + slot : slot);
+            lines << QStringLiteral("row %1|%2|%3|%4|%5")
+                         .arg(familyName(block), firstName(slot), phonesOf(last))
+                         .arg(peopleOf(last))
+                         .arg(remarkOf(last));
+        }
+    }
+    auto lastBlock = [&](int offset) {
+        int found = -1;
+        for (int block = 0; block < blocks; ++block)
+            found = ran(block, offset) ? block : found;
+        return found;
+    };
+    const int options = lastBlock(7);
+    lines << QStringLiteral("couple ") + (options < 0 ? firstCouple : coupleOf(options));
+    lines << QStringLiteral("groups ") + (options < 0 ? QString() : groupsOf(options).join(u'|'));
+    const int places = lastBlock(8);
+    for (int table = 1; table <= PlacedTables && places >= 0; ++table)
+        lines << QStringLiteral("table %1 %2, %3")
+                     .arg(table)
+                     .arg(seating::positionText(placeLeft(places, table)), seating::positionText(placeTop(places, table)));
+    const int budget = lastBlock(9);
+    for (int branch = 0; budget >= 0 && branch < 30; ++branch)
+        lines << QStringLiteral("budget %1").arg(amountOf(budget, branch));
+    lines.sort();
+    return lines;
+}
 
 } // namespace velmora::edits

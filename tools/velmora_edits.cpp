@@ -1,8 +1,11 @@
 // Edits a wedding through the program's own operations and tells each edit that has
 // returned on its standard output, one index a line. The kill test stops it at random
 // moments. Usage: velmora-edits FOLDER FROM TO
+// With --state instead of FROM TO it prints what the wedding holds, as the lines of
+// edits::stateAfter, for the test to compare.
 #include "EditSchedule.h"
 
+#include "app/IniFile.h"
 #include "app/Prompts.h"
 #include "app/Settings.h"
 #include "app/Wedding.h"
@@ -12,10 +15,13 @@
 #include "guests/Options.h"
 #include "guests/Removal.h"
 #include "seating/TableMap.h"
+#include "store/Schema.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <unistd.h>
 
@@ -127,18 +133,80 @@ void perform(WeddingState& state, Prompts& prompts, int index)
     }
 }
 
+// Ends in a line end, every line a section, a key with its value, or blank: nothing cut.
+bool readsWhole(const QString& file)
+{
+    QFile ini(file);
+    if (!ini.open(QIODevice::ReadOnly))
+        return false;
+    QByteArray text = ini.readAll();
+    if (!text.endsWith('\n'))
+        return false;
+    text.chop(1);
+    const QList<QByteArray> lines = text.split('\n');
+    return std::all_of(lines.begin(), lines.end(), [](const QByteArray& line) {
+        return line.trimmed().isEmpty() || line.contains('=') || line.trimmed().endsWith(']');
+    });
+}
+
+// The database opened as the program opens it (a journal left by a kill is rolled back),
+// then the settings file as the program reads it.
+QStringList wholeState(const WeddingState& state)
+{
+    store::Database db = store::Database::open(state.databaseFile());
+    QStringList lines{QStringLiteral("integrity ") + db.openRecordset(QStringLiteral("pragma integrity_check")).value(0).toString()};
+    for (store::Recordset rs = db.openRecordset(QStringLiteral("select * from VELMORA_LIST")); !rs.eof(); rs.moveNext())
+        lines << QStringLiteral("row %1|%2|%3|%4|%5")
+                     .arg(rs.value("FAMILY_NAME").toString(), rs.value("FIRST_NAME").toString(),
+                          rs.value("PHONES").toString(), rs.value("INV_NUM").toString(), rs.value("REMARK").toString());
+    for (store::Recordset rs = db.openRecordset(QStringLiteral("select * from VELMORA_BUDGET")); !rs.eof(); rs.moveNext())
+        for (const store::BudgetBranch& branch : store::budgetBranches())
+            lines << QStringLiteral("budget ") + rs.value(branch.field).value<store::Currency>().toString();
+    db.close();
+
+    lines << (readsWhole(state.iniFile()) ? QStringLiteral("settings whole") : QStringLiteral("settings cut"));
+    const IniSnapshot ini(state.iniFile());
+    QStringList groups;
+    // Every group the file holds, also any beyond NumOfGroups that a clearing missed.
+    const int count = ini.value(keys::NumOfGroups.section, keys::NumOfGroups.name, QStringLiteral("0")).toInt();
+    const QString missing = QStringLiteral("<missing>");
+    for (int position = 0;; ++position) {
+        const QString group = ini.value(keys::Group.section, keys::Group.nameFor(position), missing);
+        if (position >= count && group == missing)
+            break;
+        groups << group;
+    }
+    lines << QStringLiteral("couple ") + ini.value(keys::Couple.section, keys::Couple.name, missing);
+    lines << QStringLiteral("groups ") + groups.join(u'|');
+    for (int table = 1; table <= edits::PlacedTables; ++table) {
+        const QString place = ini.value(keys::TableNum.section, keys::TableNum.nameFor(table), keys::NoValue);
+        if (place != keys::NoValue)
+            lines << QStringLiteral("table %1 %2").arg(table).arg(place);
+    }
+    lines.sort();
+    return lines;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments();
-    if (args.size() != 4) {
-        std::fprintf(stderr, "usage: velmora-edits FOLDER FROM TO\n");
+    if (args.size() != 4 && !(args.size() == 3 && args[2] == u"--state")) {
+        std::fprintf(stderr, "usage: velmora-edits FOLDER FROM TO | velmora-edits FOLDER --state\n");
         return 2;
     }
     WeddingState state;
     state.AppPath = AppPathFor(QDir(args[1]).absolutePath());
+    if (args.size() == 3) {
+        try {
+            std::printf("%s\n", qPrintable(wholeState(state).join(u'\n')));
+        } catch (const Failure& failure) {
+            std::printf("failure %d %s\n", failure.number(), failure.what());
+        }
+        return 0;
+    }
     state.CrLf = QStringLiteral("\r\n");
     const SettingsFile ini(state.iniFile());
     state.CoupleName = ini.text(keys::Couple);

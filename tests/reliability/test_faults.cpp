@@ -1,7 +1,6 @@
 // Faults met for real: a full disk under every write, a read-only file and folder, a
-// database another process holds locked, and two copies of the program on one wedding.
-// Each gets its own message, or none where settings simply don't persist, and whatever
-// was stored before stays byte for byte.
+// database locked by another process, two copies on one wedding. Each gets its message,
+// or none where settings just don't persist; what was stored stays byte for byte.
 #include "FullDisk.h"
 #include "RunningProgram.h"
 #include "TestMain.h"
@@ -14,64 +13,55 @@
 #include "guests/Removal.h"
 #include "guests/ui/InvitationDialog.h"
 #include "seating/TableMap.h"
-#include "store/Engine.h"
 
 #include <QDir>
 #include <QLineEdit>
 #include <QProcess>
-#include <QStandardPaths>
 
-#include <functional>
 #include <map>
 #include <unistd.h>
 
 using namespace velmora;
+using Program = test::RunningProgram;
 
 namespace {
 
-const QString NoRoom = QStringLiteral("אין די מקום פנוי בדיסק.");
-const QString ReadOnly = QStringLiteral("לא ניתן לעדכן: מסד הנתונים מיועד לקריאה בלבד.");
-const QString Locked = QStringLiteral("לא ניתן לעדכן: מסד הנתונים נעול כעת על ידי תהליך אחר.");
 const QString AddFailed = QStringLiteral("ארעה שגיאה בנסיון הכנסת נתוני ההזמנה החדשים.\r\n");
+const QString Locked = QStringLiteral("לא ניתן לעדכן: מסד הנתונים נעול כעת על ידי תהליך אחר.");
 const QString Critical = QStringLiteral("\r\nwww.velmora.co.il\r\nsupport@velmora.co.il");
-const QString UpgradeCaption = QStringLiteral("שדרוג גירסת תוכנה");
+const QString Upgrading = QStringLiteral("שדרוג גירסת תוכנה");
 
 std::map<QString, QByteArray> snapshot(const QString& folder)
 {
     std::map<QString, QByteArray> files;
     for (const QFileInfo& info : QDir(folder).entryInfoList(QDir::Files | QDir::Hidden)) {
         QFile file(info.filePath());
-        file.open(QIODevice::ReadOnly);
-        files[info.fileName()] = file.readAll();
+        files[info.fileName()] = file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
     }
     return files;
 }
 
-QString sqlite3(const QString& file, const QString& sql)
+void sqlite3(const QString& file, const QString& sql)
 {
-    QProcess shell;
-    shell.start(QStringLiteral("sqlite3"), {file, sql});
-    shell.waitForFinished();
-    return QString::fromUtf8(shell.readAllStandardOutput());
+    QProcess::execute(QStringLiteral("sqlite3"), {file, sql});
 }
 
-// A wedding of two invitations and a budget, as a user has it after a few evenings.
+// Two invitations, a budget and a table's place, as a user has them after an evening.
 void fill(test::TestWedding& wedding)
 {
     wedding.createWedding(20);
     wedding.addInvitation(test::invitation(QStringLiteral("כהן"), QStringLiteral("דנה"), 2, 1, 3));
     wedding.addInvitation(test::invitation(QStringLiteral("לוי"), QStringLiteral("רון"), 4, 0));
-    store::Database db = wedding.open();
-    store::Recordset budget = db.openRecordset(QStringLiteral("select * from VELMORA_BUDGET"));
-    budget.addNew();
-    for (int i = 0; i < budget.fieldCount(); ++i)
-        budget.setValue(budget.fieldDef(i).name, 100 + i);
-    budget.update();
-    QVERIFY(WriteIniValue(wedding.state.iniFile(), QStringLiteral("TablesMap"), QStringLiteral("TableNum-1"),
-                          QStringLiteral("100, 200")));
+    sqlite3(wedding.state.databaseFile(), "insert into VELMORA_BUDGET values (" + QStringList(30, "10000").join(u',') + ')');
+    WriteIniValue(wedding.state.iniFile(), QStringLiteral("TablesMap"), QStringLiteral("TableNum-1"), QStringLiteral("1, 2"));
 }
 
-void addThroughDialog(test::RunningProgram& program)
+void start(Program& program, const QString& folder)
+{
+    QVERIFY(!program.start(folder));
+}
+
+void addInvitation(Program& program, const QString& = {})
 {
     program.main().AddNewInv();
     ui::InvitationDialog& dialog = *program.main().invitationDialog();
@@ -81,14 +71,55 @@ void addThroughDialog(test::RunningProgram& program)
     dialog.hide();
 }
 
-// The files stop changing: an immutable flag for root, whom permissions don't stop;
-// plain permissions for everyone else. False when neither can be had here.
+void removeInvitation(Program& p, const QString&)
+{
+    guests::RemoveInvitation(p.state, p.prompts, QStringLiteral("כהן"), QStringLiteral("דנה"));
+}
+
+void applyOptions(Program& program, const QString& = {})
+{
+    guests::OptionsForm options = guests::OptionsFromState(program.state);
+    options.couple = QStringLiteral("זוג אחר");
+    options.groups << QStringLiteral("חברים");
+    guests::ApplyOptions(program.state, options);
+}
+
+void placeTables(Program& p, const QString&)
+{
+    seating::SaveTablePositions(p.state.iniFile(), QStringLiteral("/a.gif"), {{1, 2}, {3, 4}});
+}
+
+void saveBudget(Program& p, const QString&)
+{
+    budget::BudgetLedger ledger;
+    ledger.open(p.state.databaseFile());
+    QString sql;
+    ledger.load(sql);
+    ledger.save(QStringList(30, QStringLiteral("5,000")), p.prompts, [](int) {});
+}
+
+// Creation and upgrade happen at start, the others in a program started normally; no
+// message: the write fails without a word.
+const struct {
+    const char* name;
+    void (*run)(Program&, const QString& folder);
+    QString message;
+    QString caption;
+} Writes[] = {
+    {"creation", start, QStringLiteral("!ארעה שגיאה קריטית בתהליך יצירת התוכנה") + Critical, Upgrading},
+    {"upgrade", start, QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה") + Critical, Upgrading},
+    {"invitation added", addInvitation, AddFailed + QStringLiteral("אין די מקום פנוי בדיסק."), QStringLiteral("Err# 3035")},
+    {"invitation removed", removeInvitation, QStringLiteral("ארעה שגיאה בנסיון המחיקה."), DefaultCaption},
+    {"options", applyOptions, {}, {}},
+    {"map places", placeTables, {}, {}},
+    {"budget", saveBudget, {}, {}},
+};
+
+// Stops the files changing: an immutable flag for root, whom permissions don't stop.
 bool freeze(const QString& path, bool frozen)
 {
     if (geteuid() != 0)
-        return QFile::setPermissions(path, frozen ? QFile::ReadOwner | QFile::ExeOwner | QFile::ReadUser | QFile::ExeUser
-                                                  : QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
-                                                        | QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+        return QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner | (frozen ? QFile::Permissions() : QFile::WriteOwner));
     return QProcess::execute(QStringLiteral("chattr"), {frozen ? QStringLiteral("+i") : QStringLiteral("-i"), path}) == 0;
 }
 
@@ -104,187 +135,109 @@ private slots:
     void fullDisk_data()
     {
         QTest::addColumn<int>("path");
-        for (int i = 0; i < int(std::size(writes())); ++i)
-            QTest::newRow(writes()[i].name) << i;
+        for (int i = 0; i < int(std::size(Writes)); ++i)
+            QTest::newRow(Writes[i].name) << i;
     }
 
     void fullDisk()
     {
         QFETCH(int, path);
-        const Write& write = writes()[path];
         test::TestWedding wedding;
         fill(wedding);
-        if (path == UpgradeRow) // a file of the earlier layout, without the budget
-            sqlite3(wedding.state.databaseFile(), QStringLiteral("drop table VELMORA_BUDGET;"));
-        if (path == CreationRow)
+        if (path == 0)
             QFile::remove(wedding.state.databaseFile());
+        if (path == 1) // a file of the earlier layout, without the budget
+            sqlite3(wedding.state.databaseFile(), QStringLiteral("drop table VELMORA_BUDGET;"));
         const auto before = snapshot(wedding.folder());
-        test::RunningProgram program;
-        if (path >= FirstStartedRow)
-            QVERIFY(program.start(wedding.folder()));
-        if (!write.message.isEmpty())
-            program.prompts.expectMessage(write.icon, write.message, write.caption);
+        Program program;
+        QVERIFY(path < 2 || program.start(wedding.folder()));
+        if (!Writes[path].message.isEmpty())
+            program.prompts.expectMessage(path < 2 ? PromptIcon::Critical : PromptIcon::None, Writes[path].message,
+                                          Writes[path].caption);
         {
             test::FullDisk full;
-            write.run(program, wedding.folder());
+            Writes[path].run(program, wedding.folder());
         }
         QVERIFY(program.prompts.verifyDone());
         QCOMPARE(snapshot(wedding.folder()), before);
-        if (QFile::exists(wedding.state.databaseFile()))
-            QCOMPARE(sqlite3(wedding.state.databaseFile(), QStringLiteral("pragma integrity_check;")), QStringLiteral("ok\n"));
-        if (path >= FirstStartedRow)
+        if (program.windows)
             program.windows->main->hide(); // nothing more to save on the way out
     }
 
-    void readOnly_data()
+    // The wedding opens and reads as always (unless another holds it whole: then the
+    // lock's own failure, and nothing ends); a change is refused with its reason;
+    // settings that can't be written don't persist.
+    void refused_data()
     {
-        QTest::addColumn<bool>("wholeFolder");
-        QTest::newRow("database file") << false;
-        QTest::newRow("wedding folder") << true;
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<int>("rowsShown");
+        QTest::addColumn<QString>("number");
+        QTest::newRow("read-only file") << "file" << 2 << "3027";
+        QTest::newRow("read-only folder") << "folder" << 2 << "3027";
+        QTest::newRow("locked, writing") << "BEGIN IMMEDIATE; DELETE FROM VELMORA_LIST;" << 2 << "3218";
+        QTest::newRow("locked, exclusive") << "BEGIN EXCLUSIVE;" << 0 << "3218";
     }
 
-    // The wedding opens and reads as always; a change is refused with the reason, and
-    // settings simply don't persist.
-    void readOnly()
+    void refused()
     {
-        QFETCH(bool, wholeFolder);
+        QFETCH(QString, fault);
+        QFETCH(int, rowsShown);
+        QFETCH(QString, number);
         test::TestWedding wedding;
         fill(wedding);
-        const QString frozen = wholeFolder ? wedding.folder() : wedding.state.databaseFile();
-        if (!freeze(frozen, true))
-            QSKIP("No way to make a file read-only here: chattr +i needs CAP_LINUX_IMMUTABLE when running as root.");
+        const bool locking = fault.startsWith(u"BEGIN");
+        const QString frozen = fault == u"file" ? wedding.state.databaseFile() : wedding.folder();
+        QProcess holder;
+        if (locking) {
+            holder.start(QStringLiteral("sqlite3"), {wedding.state.databaseFile()});
+            holder.write(fault.toUtf8() + "\nSELECT 'held';\n");
+            QVERIFY2(holder.waitForReadyRead(5000), "the sqlite3 command line is needed");
+        } else if (!freeze(frozen, true)) {
+            QSKIP("No way to make a file read-only here: as root, chattr +i needs CAP_LINUX_IMMUTABLE.");
+        }
         const auto before = snapshot(wedding.folder());
-        test::RunningProgram program;
+        Program program;
+        if (rowsShown == 0)
+            program.prompts.expectMessage(PromptIcon::Warning, Locked);
         const bool started = program.start(wedding.folder());
+        const int shown = program.state.InvCount;
+        program.prompts.expectMessage(PromptIcon::None, AddFailed + (locking ? Locked : QStringLiteral("לא ניתן לעדכן: מסד הנתונים מיועד לקריאה בלבד.")),
+                                      QStringLiteral("Err# ") + number);
         if (started) {
-            QCOMPARE(program.state.InvCount, 2);
-            program.prompts.expectMessage(PromptIcon::None, AddFailed + ReadOnly, QStringLiteral("Err# 3027"));
-            addThroughDialog(program);
-            guests::OptionsForm options = guests::OptionsFromState(program.state);
-            options.couple = QStringLiteral("זוג אחר");
-            guests::ApplyOptions(program.state, options);
-            program.windows->main->hide();
+            addInvitation(program);
+            applyOptions(program);
         }
         auto after = snapshot(wedding.folder());
-        freeze(frozen, false);
+        holder.write("ROLLBACK;\n.quit\n");
+        holder.waitForFinished(5000);
+        if (!locking)
+            freeze(frozen, false);
         QVERIFY(started);
+        QCOMPARE(shown, rowsShown);
         QVERIFY(program.prompts.verifyDone());
-        if (!wholeFolder) // the settings beside it still take the options
+        if (fault != u"folder") // the settings take the options
             after[QStringLiteral("velmora.ini")] = before.at(QStringLiteral("velmora.ini"));
         QCOMPARE(after, before);
-    }
-
-    // Another process holds the database: reading waits for it or is told so by the
-    // lock's own failure, never by the critical upgrade message; and nothing ends.
-    void lockedByAnotherProcess_data()
-    {
-        QTest::addColumn<QByteArray>("hold");
-        QTest::addColumn<bool>("readable");
-        QTest::newRow("writing") << QByteArray("BEGIN IMMEDIATE; INSERT INTO VELMORA_LIST (FIRST_NAME, FAMILY_NAME, CONFIRM) VALUES ('x', 'y', 0);") << true;
-        QTest::newRow("exclusive") << QByteArray("BEGIN EXCLUSIVE;") << false;
-    }
-
-    void lockedByAnotherProcess()
-    {
-        QFETCH(QByteArray, hold);
-        QFETCH(bool, readable);
-        if (QStandardPaths::findExecutable(QStringLiteral("sqlite3")).isEmpty())
-            QSKIP("The sqlite3 command line is not installed.");
-        test::TestWedding wedding;
-        fill(wedding);
-        const auto before = snapshot(wedding.folder());
-        QProcess holder;
-        holder.start(QStringLiteral("sqlite3"), {wedding.state.databaseFile()});
-        holder.write(hold + "\nSELECT 'held';\n");
-        QVERIFY(holder.waitForReadyRead(5000));
-
-        test::RunningProgram program;
-        if (!readable)
-            program.prompts.expectMessage(PromptIcon::Warning, Locked);
-        QVERIFY(program.start(wedding.folder()));
-        QCOMPARE(program.state.InvCount, readable ? 2 : 0);
-        program.prompts.expectMessage(PromptIcon::None, AddFailed + Locked, QStringLiteral("Err# 3218"));
-        addThroughDialog(program);
-        QVERIFY(program.prompts.verifyDone());
-
-        holder.write("ROLLBACK;\n.quit\n");
-        QVERIFY(holder.waitForFinished(5000));
-        QCOMPARE(snapshot(wedding.folder()), before);
-        program.main().InitList(program.state.CurGroup, program.state.ListOrder);
+        program.main().InitList(program.state.CurGroup, program.state.ListOrder); // free again
         QCOMPARE(program.state.InvCount, 2);
         program.windows->main->hide();
     }
 
-    // A second copy on the same wedding works beside the first: each change is the
-    // other's at its next reload.
+    // A second copy works beside the first: each change is the other's at its next reload.
     void twoCopiesOnOneWedding()
     {
         test::TestWedding wedding;
         fill(wedding);
-        test::RunningProgram first, second;
-        QVERIFY(first.start(wedding.folder()));
-        QVERIFY(second.start(wedding.folder()));
-        addThroughDialog(first);
+        Program first, second;
+        QVERIFY(first.start(wedding.folder()) && second.start(wedding.folder()));
+        addInvitation(first);
         QVERIFY(guests::RemoveInvitation(second.state, second.prompts, QStringLiteral("לוי"), QStringLiteral("רון")));
-        for (test::RunningProgram* program : {&first, &second}) {
+        for (Program* program : {&first, &second}) {
             program->main().InitList(program->state.CurGroup, program->state.ListOrder);
             QCOMPARE(program->state.InvCount, 2);
             QVERIFY(program->prompts.history().empty());
             program->windows->main->hide();
         }
-        QCOMPARE(sqlite3(wedding.state.databaseFile(), QStringLiteral("pragma integrity_check;")), QStringLiteral("ok\n"));
-    }
-
-private:
-    struct Write {
-        const char* name;
-        std::function<void(test::RunningProgram&, const QString& folder)> run;
-        QString message; // empty: the write fails without a word
-        PromptIcon icon = PromptIcon::None;
-        QString caption = DefaultCaption;
-    };
-    static constexpr int CreationRow = 0, UpgradeRow = 1, FirstStartedRow = 2;
-
-    static const std::vector<Write>& writes()
-    {
-        static const std::vector<Write> table = {
-            {"creation", [](test::RunningProgram& p, const QString& folder) { QVERIFY(!p.start(folder)); },
-             QStringLiteral("!ארעה שגיאה קריטית בתהליך יצירת התוכנה") + Critical, PromptIcon::Critical, UpgradeCaption},
-            {"upgrade", [](test::RunningProgram& p, const QString& folder) { QVERIFY(!p.start(folder)); },
-             QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה") + Critical, PromptIcon::Critical, UpgradeCaption},
-            {"invitation added", [](test::RunningProgram& p, const QString&) { addThroughDialog(p); },
-             AddFailed + NoRoom, PromptIcon::None, QStringLiteral("Err# 3035")},
-            {"invitation removed",
-             [](test::RunningProgram& p, const QString&) {
-                 QVERIFY(!guests::RemoveInvitation(p.state, p.prompts, QStringLiteral("כהן"), QStringLiteral("דנה")));
-             },
-             QStringLiteral("ארעה שגיאה בנסיון המחיקה.")},
-            {"options",
-             [](test::RunningProgram& p, const QString&) {
-                 guests::OptionsForm options = guests::OptionsFromState(p.state);
-                 options.couple = QStringLiteral("זוג אחר");
-                 options.groups << QStringLiteral("חברים");
-                 guests::ApplyOptions(p.state, options);
-             },
-             {}},
-            {"map places",
-             [](test::RunningProgram& p, const QString&) {
-                 seating::SaveTablePositions(p.state.iniFile(), QStringLiteral("/garden.gif"), {{1, 2}, {3, 4}, {5, 6}});
-             },
-             {}},
-            {"budget",
-             [](test::RunningProgram& p, const QString&) {
-                 budget::BudgetLedger ledger;
-                 ledger.open(p.state.databaseFile());
-                 QString sql;
-                 QStringList boxes = ledger.load(sql);
-                 boxes.fill(QStringLiteral("5,000"));
-                 QCOMPARE(ledger.save(boxes, p.prompts, [](int) {}), budget::BudgetLedger::Outcome::Saved);
-                 ledger.close();
-             },
-             {}},
-        };
-        return table;
     }
 };
 
