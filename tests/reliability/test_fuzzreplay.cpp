@@ -4,7 +4,6 @@
 #include "TestMain.h"
 
 #include <QDir>
-#include <QFile>
 
 class FuzzReplay : public QObject {
     Q_OBJECT
