@@ -80,10 +80,19 @@ void settingsFile(const uint8_t* data, size_t size)
     ini.date(keys::WeddingDate, QDate(2000, 1, 1));
     for (int position = 0; position < 4; ++position)
         ini.text(keys::Group, position);
-    // A write keeps every other line as it stood and is read back as written.
+    // A write is read back as written and leaves every other key as it stood.
+    const QList<std::pair<QString, QString>> others{{QStringLiteral("Options"), QStringLiteral("His Family")},
+                                                    {QStringLiteral("UserGroups"), QStringLiteral("Group-0")},
+                                                    {QStringLiteral("TablesMap"), QStringLiteral("TableNum-1")}};
+    QStringList before;
+    for (const auto& [section, key] : others)
+        before << ReadIniValue(file, section, key, QStringLiteral("<none>"));
     const QString value = QStringLiteral("ערך %1").arg(size);
-    if (WriteIniValue(file, QStringLiteral("Options"), QStringLiteral("Couple"), value))
+    if (WriteIniValue(file, QStringLiteral("Options"), QStringLiteral("Couple"), value)) {
         require(ReadIniValue(file, QStringLiteral("Options"), QStringLiteral("Couple"), {}) == value);
+        for (qsizetype i = 0; i < others.size(); ++i)
+            require(ReadIniValue(file, others[i].first, others[i].second, QStringLiteral("<none>")) == before[i]);
+    }
     ClearIniSection(file, QStringLiteral("UserGroups"));
     require(ReadIniValue(file, QStringLiteral("UserGroups"), QStringLiteral("Group-0"), QStringLiteral("-")) == u"-");
 }
