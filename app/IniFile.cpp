@@ -276,6 +276,20 @@ bool WriteIniValues(const QString& file, const QString& section, const QList<std
     return text.save(file);
 }
 
+bool WriteIniSections(const QString& file, const QList<IniSectionWrite>& writes)
+{
+    IniText text;
+    if (!text.load(file))
+        return false;
+    for (const IniSectionWrite& write : writes) {
+        if (write.replace)
+            text.removeSection(write.section);
+        for (const auto& [key, value] : write.entries)
+            text.setValue(write.section, key, value);
+    }
+    return text.save(file);
+}
+
 struct IniSnapshot::Data {
     IniText text;
     bool loaded = false;

@@ -23,6 +23,16 @@ void ClearIniSection(const QString& file, const QString& section);
 // Many keys of one section written in one go: one read and one replacement of the file.
 bool WriteIniValues(const QString& file, const QString& section, const QList<std::pair<QString, QString>>& entries);
 
+// Changes to several sections in one replacement of the file, so that a stop in the
+// middle leaves all of them or none. A section marked `replace` loses its old keys first;
+// with no entries it is simply gone.
+struct IniSectionWrite {
+    QString section;
+    QList<std::pair<QString, QString>> entries;
+    bool replace = false;
+};
+bool WriteIniSections(const QString& file, const QList<IniSectionWrite>& writes);
+
 // The file as it stands now, read once, for an operation that reads many keys at a time.
 class IniSnapshot {
 public:

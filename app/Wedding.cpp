@@ -2,6 +2,7 @@
 
 #include "app/IniFile.h"
 #include "app/Settings.h"
+#include "app/TextNumbers.h"
 #include "app/WeddingState.h"
 
 #include <QDir>
@@ -20,28 +21,27 @@ quint8 byteValue(int value, quint8 fallback)
 
 void SaveOptions(const WeddingState& state)
 {
-    // One write of the file for each section, in the order of the keys.
-    const QString file = state.iniFile();
-    WriteIniValues(file, keys::Couple.section,
-                   {{keys::Couple.name, state.CoupleName},
-                    {keys::HisFamily.name, state.HisFamily},
-                    {keys::HerFamily.name, state.HerFamily},
-                    {keys::NumOfGroups.name, QString::number(state.NumOfGroups)},
-                    {keys::MaxTables.name, QString::number(state.MaxTables)},
-                    {keys::MaxChairs.name, QString::number(state.MaxChairs)},
-                    {keys::WeddingDate.name, values::fromDate(state.WeddingDate)}});
-    // Cleared first, so that a group taken out leaves no key behind.
-    ClearIniSection(file, keys::Group.section);
+    // Both sections in one write of the file: a program stopped half way must not leave
+    // the options without their groups. The groups are written anew, so that a group
+    // taken out leaves no key behind.
     QList<std::pair<QString, QString>> groups;
     for (int position = 0; position < state.NumOfGroups; ++position)
         groups.append({keys::Group.nameFor(position), state.UserGroups.value(position)});
-    if (!groups.isEmpty())
-        WriteIniValues(file, keys::Group.section, groups);
+    WriteIniSections(state.iniFile(),
+                     {{keys::Couple.section,
+                       {{keys::Couple.name, state.CoupleName},
+                        {keys::HisFamily.name, state.HisFamily},
+                        {keys::HerFamily.name, state.HerFamily},
+                        {keys::NumOfGroups.name, QString::number(state.NumOfGroups)},
+                        {keys::MaxTables.name, QString::number(state.MaxTables)},
+                        {keys::MaxChairs.name, QString::number(state.MaxChairs)},
+                        {keys::WeddingDate.name, values::fromDate(state.WeddingDate)}}},
+                      {keys::Group.section, groups, true}});
 }
 
 bool FileExists(const QString& path)
 {
-    const QString trimmed = path.trimmed();
+    const QString trimmed = Trim(path);
     if (trimmed.isEmpty())
         return false;
     const QFileInfo info(trimmed);

@@ -31,7 +31,7 @@ bool IsNumericBox(const QString& text)
 int FirstInvalidBox(const QStringList& boxes)
 {
     for (int i = 0; i < boxes.size(); ++i) {
-        if (!IsNumericBox(boxes[i]) && !boxes[i].trimmed().isEmpty())
+        if (!IsNumericBox(boxes[i]) && !Trim(boxes[i]).isEmpty())
             return i;
     }
     return -1;

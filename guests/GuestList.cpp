@@ -128,9 +128,16 @@ ListOutcome InitList(WeddingState& state, Prompts& prompts, GuestListModel& mode
     outcome.caption = QStringLiteral("רשימה של ") + state.CurGroup;
     model.setRows({});
 
-    pending.attempt([&] { state.WeddingDb = store::Database::open(state.databaseFile()); });
-    if (!store::UpdateDatabase(state, prompts)) {
-        outcome.endProgram = true;
+    // Another process holding the file locked is told by the lock's own failure; the
+    // list stays empty until the next load, and nothing ends.
+    if (!pending.attempt([&] { state.WeddingDb = store::Database::open(state.databaseFile()); })
+        && pending.failure().number() == store::failures::Locked) {
+        pending.report(prompts);
+        return outcome;
+    }
+    bool locked = false;
+    if (!store::UpdateDatabase(state, prompts, &locked)) {
+        outcome.endProgram = !locked;
         return outcome;
     }
     state.SqlText = ListSql(state, group, order, view);

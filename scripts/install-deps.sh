@@ -13,6 +13,9 @@ packages=(
   dpkg-dev file desktop-file-utils appstream
 )
 
+# `make fuzz` builds with clang's libFuzzer.
+[ "${VELMORA_FUZZ:-}" = 1 ] && packages+=(clang)
+
 missing=()
 for p in "${packages[@]}"; do
   dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")

@@ -7,6 +7,7 @@
 #include "app/WeddingState.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace velmora::seating {
 
@@ -53,7 +54,20 @@ std::optional<StoredPosition> storedPosition(const IniSnapshot& ini, int table)
     const qsizetype comma = value.indexOf(QStringLiteral(", "));
     if (comma < 0)
         return std::nullopt; // unreadable: as if nothing were stored
-    return StoredPosition{value.left(comma).trimmed(), value.mid(comma + 2).trimmed()};
+    return StoredPosition{Trim(value.left(comma)), Trim(value.mid(comma + 2))};
+}
+
+std::optional<QPointF> storedPlace(const IniSnapshot& ini, int table)
+{
+    const auto stored = storedPosition(ini, table);
+    if (!stored)
+        return std::nullopt;
+    bool leftOk = false, topOk = false;
+    const float left = stored->left.toFloat(&leftOk);
+    const float top = stored->top.toFloat(&topOk);
+    if (!leftOk || !topOk || !(std::fabs(left) <= FarthestPlace) || !(std::fabs(top) <= FarthestPlace))
+        return std::nullopt;
+    return QPointF(left, top);
 }
 
 QString positionText(double twips)

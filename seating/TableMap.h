@@ -33,6 +33,12 @@ struct StoredPosition {
     QString top;
 };
 std::optional<StoredPosition> storedPosition(const IniSnapshot& ini, int table);
+// A table's stored place in twips, as the map puts the table there; nothing when none is
+// stored or when it isn't a place on a map (not two numbers, or farther out than any
+// screen reaches: such a value would come from a damaged file).
+std::optional<QPointF> storedPlace(const IniSnapshot& ini, int table);
+inline constexpr double FarthestPlace = 1'000'000; // twips, about 17 metres
+
 // A single-precision number as text, as positions are written and compared.
 QString positionText(double twips);
 // The item positions (tables 1 up, in twips) against the stored ones: a table without a

@@ -1,5 +1,7 @@
 #include "store/Currency.h"
 
+#include "app/TextNumbers.h"
+
 #include <cmath>
 
 namespace velmora::store {
@@ -23,7 +25,7 @@ bool isAsciiDigit(QChar c)
 
 class Reader {
 public:
-    explicit Reader(const QString& text) : m_text(text.trimmed()) {}
+    explicit Reader(const QString& text) : m_text(Trim(text)) {}
 
     std::optional<Decimal> read()
     {
@@ -53,7 +55,7 @@ private:
 
     void skipBlanks()
     {
-        while (m_at < m_text.size() && m_text[m_at].isSpace())
+        while (m_at < m_text.size() && m_text[m_at] == u' ')
             ++m_at;
     }
 

@@ -77,7 +77,7 @@ QString quoted(const QString& name)
 
 class Statement {
 public:
-    Statement(Connection& connection, const QString& sql) : m_db(connection.db)
+    Statement(Connection& connection, const QString& sql) : m_db(connection.db), m_path(connection.path)
     {
         const QByteArray text = sql.toUtf8();
         const int rc = sqlite3_prepare_v2(m_db, text.constData(), int(text.size()), &m_statement, nullptr);
@@ -94,8 +94,12 @@ public:
         const int rc = sqlite3_step(m_statement);
         if (rc == SQLITE_ROW)
             return true;
+        // The file is open already: what can't be opened now is its journal, to be made
+        // beside it in a folder that takes no new file. The database is read-only there.
+        if (rc == SQLITE_CANTOPEN)
+            fail(failures::ReadOnly, QStringLiteral("לא ניתן לעדכן: מסד הנתונים מיועד לקריאה בלבד."));
         if (rc != SQLITE_DONE)
-            failSqlite(m_db, rc);
+            failSqlite(m_db, rc, m_path);
         return false;
     }
     void bind(int index, const QVariant& value);
@@ -107,6 +111,7 @@ public:
 
 private:
     sqlite3* m_db;
+    QString m_path;
     sqlite3_stmt* m_statement = nullptr;
 };
 

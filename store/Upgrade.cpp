@@ -10,7 +10,7 @@
 
 namespace velmora::store {
 
-bool UpdateDatabase(WeddingState& state, Prompts& prompts)
+bool UpdateDatabase(WeddingState& state, Prompts& prompts, bool* locked)
 {
     PendingFailure pending;
     bool changed = false;
@@ -56,6 +56,12 @@ bool UpdateDatabase(WeddingState& state, Prompts& prompts)
         changed = changed || pending.count() == before;
     }
 
+    if (pending && pending.failure().number() == failures::Locked) {
+        if (locked)
+            *locked = true;
+        pending.report(prompts);
+        return false;
+    }
     if (pending) {
         prompts.critical(QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה") + state.CrLf + product::WebAddress
                              + state.CrLf + product::SupportMail,

@@ -2,6 +2,7 @@
 
 #include "app/Settings.h"
 #include "app/SettingsKeys.h"
+#include "app/TextNumbers.h"
 
 #include <QRegularExpression>
 #include <QSerialPortInfo>
@@ -63,7 +64,7 @@ CommDevices currentCommDevices()
     const UserStore store;
     CommDevices named;
     for (int port = 1; port <= CommPortCount; ++port)
-        named[size_t(port - 1)] = store.read(keys::DialerDevice, port).trimmed();
+        named[size_t(port - 1)] = Trim(store.read(keys::DialerDevice, port));
     return commDevices(discovered, named);
 }
 

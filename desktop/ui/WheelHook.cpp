@@ -22,11 +22,8 @@ public:
         grid.viewport()->installEventFilter(this);
         grid.verticalScrollBar()->installEventFilter(this);
     }
-    ~WheelHook() override
-    {
-        m_grid.viewport()->removeEventFilter(this);
-        m_grid.verticalScrollBar()->removeEventFilter(this);
-    }
+    // No destructor of its own: Qt drops the filters of a deleted object by itself, and
+    // as the grid's child the hook may go while the grid is half destroyed already.
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override

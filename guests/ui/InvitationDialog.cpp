@@ -365,7 +365,9 @@ bool InvitationDialog::SaveInv()
         return false;
     }
     const guests::InvitationForm f = form();
-    const int table = int(LeadingNumber(f.tableNo));
+    // A pasted run of digits may be any size; no row sits at a table past a byte.
+    const double typedTable = LeadingNumber(f.tableNo);
+    const int table = typedTable >= 0 && typedTable <= 255 ? int(typedTable) : -1;
     int own = 0;
     try {
         own = guests::OwnPeople(m_rs, table);

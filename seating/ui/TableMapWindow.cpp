@@ -598,10 +598,6 @@ void TableMapWindow::ViewTable()
     if (m_tableWindow)
         m_tableWindow->close();
     m_tableWindow = new TableWindow(m_state, m_prompts, this);
-    connect(m_tableWindow, &QObject::destroyed, this, [this, window = m_tableWindow] {
-        if (m_tableWindow == window)
-            m_tableWindow = nullptr;
-    });
     m_tableWindow->show();
 }
 
@@ -610,14 +606,8 @@ void TableMapWindow::LoadTablePositions()
     const IniSnapshot ini(m_state.iniFile());
     GardenMapFile = ini.value(keys::GardenMapBackground.section, keys::GardenMapBackground.name, QString());
     for (int row = 0; row < itemCount(); ++row) {
-        const auto stored = seating::storedPosition(ini, row + 1);
-        if (!stored)
-            continue;
-        bool leftOk = false, topOk = false;
-        const float left = stored->left.toFloat(&leftOk);
-        const float top = stored->top.toFloat(&topOk);
-        if (leftOk && topOk)
-            m_map->setPlace(row, QPointF(left, top));
+        if (const auto place = seating::storedPlace(ini, row + 1))
+            m_map->setPlace(row, *place);
     }
     m_map->fitScrollArea();
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "seating/ui/TableWindow.h"
+
 #include <QListView>
+#include <QPointer>
 #include <QPixmap>
 #include <QWidget>
 
@@ -144,7 +147,8 @@ private:
     TableMapView* m_map = nullptr;
     QTreeView* m_details = nullptr;
     QMenu* m_popup = nullptr;
-    TableWindow* m_tableWindow = nullptr;
+    // Cleared by Qt when the window goes, even while the map itself is being destroyed.
+    QPointer<TableWindow> m_tableWindow;
     std::function<void()> m_reloadList;
 };
 

@@ -1,0 +1,7 @@
+#include "Entries.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    velmora::fuzz::settingsFile(data, size);
+    return 0;
+}
