@@ -19,7 +19,10 @@ constexpr double HairlineTwips = double(TwipsPerInch) / ScreenDpi;
 // Text keeps this far from the sides of its box, so that the columns of a table don't run together.
 constexpr double TextInset = HairlineTwips;
 // Narrower than this a line no longer reads; what is left over is cut at the box's edge.
+// The limit is the width a glyph keeps: three quarters of the list's 9.75-point text, so a
+// larger font (a name on a seating note) may narrow further before anything is cut.
 constexpr double MinNarrowing = 0.75;
+constexpr double MinNarrowedPoints = MinNarrowing * 9.75;
 
 // Fonts are sized in twips, the unit the painter works in, so no device's idea of its own
 // resolution changes a size.
@@ -111,8 +114,11 @@ public:
             // kept at the box's side it reads from.
             const bool narrowed = ink.width() > box.width();
             if (narrowed) {
-                const qreal factor = std::max(box.width() / ink.width(), MinNarrowing);
-                const bool fromRight = direction == Qt::RightToLeft;
+                const qreal floor = std::min(MinNarrowing, MinNarrowedPoints / std::max(item.font.points, 1.0));
+                const qreal factor = std::max(box.width() / ink.width(), floor);
+                // The cut keeps the side the text begins at: a Latin name in a field that reads
+                // right to left still begins at its left.
+                const bool fromRight = direction == Qt::RightToLeft && item.text.isRightToLeft();
                 painter.save();
                 if (factor > box.width() / ink.width()) {
                     const qreal top = item.rect.top() - item.rect.height();
