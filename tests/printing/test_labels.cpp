@@ -96,6 +96,8 @@ private slots:
             QVERIFY(item);
             QCOMPARE(item->text, QString(Names[i][0]) + ' ' + Names[i][1]);
             QCOMPARE(item->rect.left(), left[i % 2]);
+            // The name keeps its place on the line whether the address prints or not.
+            QCOMPARE(item->rect.top(), notes ? 1440 + 2400 + i / 2 * 4470 : 750 + 330 + i / 2 * 2160);
             QCOMPARE(item->color, expected);
             const PlacedItem* below = find(laidOut, second + QString::number(i % 2 + 1), i / 2);
             QCOMPARE(below != nullptr, notes || address);
