@@ -39,6 +39,18 @@ QFont fontFor(const FontSpec& style)
     return font;
 }
 
+Qt::LayoutDirection fieldDirection(const QString& text)
+{
+    for (const QChar c : text) {
+        const QChar::Direction kind = c.direction();
+        if (kind == QChar::DirL)
+            return Qt::LeftToRight;
+        if (kind == QChar::DirR || kind == QChar::DirAL)
+            break;
+    }
+    return Qt::RightToLeft;
+}
+
 Qt::Alignment alignmentFor(TextAlign align)
 {
     switch (align) {
@@ -76,9 +88,10 @@ public:
         }
         QTextLayout layout(item.text, m_font);
         QTextOption option(alignmentFor(item.alignment));
-        // A field's value reads right to left, as the grid shows it; the program's own texts
-        // read by their first character.
-        const Qt::LayoutDirection direction = item.fromField ? Qt::RightToLeft : textDirection(item.text);
+        // A field's value reads right to left, as the grid shows it, unless its first letter is
+        // Latin: an address abroad ("12 Rue ...") keeps its number in front on an envelope. The
+        // program's own texts read by their first character.
+        const Qt::LayoutDirection direction = item.fromField ? fieldDirection(item.text) : textDirection(item.text);
         option.setTextDirection(direction);
         // Only a box with room for a second line wraps, and then at blanks; in a box of one
         // line's height the line stays whole and is narrowed or cut at the box's edge.
