@@ -19,7 +19,10 @@ constexpr double HairlineTwips = double(TwipsPerInch) / ScreenDpi;
 // Text keeps this far from the sides of its box, so that the columns of a table don't run together.
 constexpr double TextInset = HairlineTwips;
 // Narrower than this a line no longer reads; what is left over is cut at the box's edge.
+// The limit is the width a glyph keeps: three quarters of the list's 9.75-point text, so a
+// larger font (a name on a seating note) may narrow further before anything is cut.
 constexpr double MinNarrowing = 0.75;
+constexpr double MinNarrowedPoints = MinNarrowing * 9.75;
 
 // Fonts are sized in twips, the unit the painter works in, so no device's idea of its own
 // resolution changes a size.
@@ -34,6 +37,18 @@ QFont fontFor(const FontSpec& style)
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setKerning(false);
     return font;
+}
+
+Qt::LayoutDirection fieldDirection(const QString& text)
+{
+    for (const QChar c : text) {
+        const QChar::Direction kind = c.direction();
+        if (kind == QChar::DirL)
+            return Qt::LeftToRight;
+        if (kind == QChar::DirR || kind == QChar::DirAL)
+            break;
+    }
+    return Qt::RightToLeft;
 }
 
 Qt::Alignment alignmentFor(TextAlign align)
@@ -73,9 +88,10 @@ public:
         }
         QTextLayout layout(item.text, m_font);
         QTextOption option(alignmentFor(item.alignment));
-        // A field's value reads right to left, as the grid shows it; the program's own texts
-        // read by their first character.
-        const Qt::LayoutDirection direction = item.fromField ? Qt::RightToLeft : textDirection(item.text);
+        // A field's value reads right to left, as the grid shows it, unless its first letter is
+        // Latin: an address abroad ("12 Rue ...") keeps its number in front on an envelope. The
+        // program's own texts read by their first character.
+        const Qt::LayoutDirection direction = item.fromField ? fieldDirection(item.text) : textDirection(item.text);
         option.setTextDirection(direction);
         // Only a box with room for a second line wraps, and then at blanks; in a box of one
         // line's height the line stays whole and is narrowed or cut at the box's edge.
@@ -111,8 +127,11 @@ public:
             // kept at the box's side it reads from.
             const bool narrowed = ink.width() > box.width();
             if (narrowed) {
-                const qreal factor = std::max(box.width() / ink.width(), MinNarrowing);
-                const bool fromRight = direction == Qt::RightToLeft;
+                const qreal floor = std::min(MinNarrowing, MinNarrowedPoints / std::max(item.font.points, 1.0));
+                const qreal factor = std::max(box.width() / ink.width(), floor);
+                // The cut keeps the side the text begins at: a Latin name in a field that reads
+                // right to left still begins at its left.
+                const bool fromRight = direction == Qt::RightToLeft && item.text.isRightToLeft();
                 painter.save();
                 if (factor > box.width() / ink.width()) {
                     const qreal top = item.rect.top() - item.rect.height();

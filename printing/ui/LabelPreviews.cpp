@@ -27,7 +27,12 @@ ReportPreview* show(printing::SheetReport built, Prompts& prompts, QWidget* pare
         preview->resize(std::min(area.width(), 1000), area.height() * 9 / 10);
     }
     preview->show();
-    built.pending.report(prompts);
+    if (built.pending) {
+        built.pending.report(prompts);
+        // The box stands over the main window and raises it; the notes come forward again.
+        preview->raise();
+        preview->activateWindow();
+    }
     return preview;
 }
 

@@ -1,14 +1,15 @@
 #include "printing/ui/PrintDesignWindow.h"
 
+#include "app/Failure.h"
 #include "app/Prompts.h"
 #include "app/Twips.h"
 #include "app/WeddingState.h"
 #include "app/ui/HebrewText.h"
+#include "printing/Picture.h"
 #include "printing/PrintDesign.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
-#include <QImageReader>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -216,8 +217,14 @@ void PrintDesignWindow::styleSelected()
     if (QListWidgetItem* item = m_lstStyles->currentItem())
         m_state.NoteStyle = item->text();
     if (m_state.NoteStyle != NoBackground) {
-        // A picture that can't be read leaves the preview empty; the choice stands.
-        const QImage picture = QImageReader(DesignFolder(m_state.AppPath) + m_state.NoteStyle).read();
+        // A picture that can't be read leaves the preview empty, as it leaves the notes; the
+        // choice stands. The notes' own reader also refuses a GIF cut short, which Qt's
+        // reader would show with its missing part black.
+        QImage picture;
+        try {
+            picture = loadPicture(DesignFolder(m_state.AppPath) + m_state.NoteStyle);
+        } catch (const Failure&) {
+        }
         m_imgBG->setPixmap(QPixmap::fromImage(picture));
         m_imgBG->setAccessibleDescription(m_state.NoteStyle);
         m_imgBG->show();

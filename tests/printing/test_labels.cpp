@@ -5,11 +5,13 @@
 
 #include "guests/GuestListModel.h"
 #include "printing/LabelReports.h"
+#include "printing/PagePainter.h"
 #include "printing/ui/LabelPreviews.h"
 #include "printing/ui/ReportPreview.h"
 
 #include <QBuffer>
 #include <QDir>
+#include <QPainter>
 #include <QPrinter>
 
 using namespace velmora;
@@ -96,6 +98,8 @@ private slots:
             QVERIFY(item);
             QCOMPARE(item->text, QString(Names[i][0]) + ' ' + Names[i][1]);
             QCOMPARE(item->rect.left(), left[i % 2]);
+            // The name keeps its place on the line whether the address prints or not.
+            QCOMPARE(item->rect.top(), notes ? 1440 + 2400 + i / 2 * 4470 : 750 + 330 + i / 2 * 2160);
             QCOMPARE(item->color, expected);
             const PlacedItem* below = find(laidOut, second + QString::number(i % 2 + 1), i / 2);
             QCOMPARE(below != nullptr, notes || address);
@@ -118,6 +122,27 @@ private slots:
                              std::pair(expected, notes ? BorderStyle::Dotted : BorderStyle::Solid));
             }
         }
+    }
+
+    // An address abroad on a label reads as written, its number in front: a field that begins
+    // with a Latin letter prints as the same text of the program's own would.
+    void anAddressAbroadKeepsItsOrder()
+    {
+        const auto paint = [](bool fromField) {
+            PlacedItem item;
+            item.rect = QRect(0, 0, 3800, 465);
+            item.text = QStringLiteral("12 Rue de la Paix, Paris");
+            item.font.points = 12;
+            item.alignment = TextAlign::Right;
+            item.color = Qt::black;
+            item.fromField = fromField;
+            QImage image(380, 47, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            paintPage(painter, Page{{item}}, 144);
+            return image;
+        };
+        QCOMPARE(paint(true), paint(false));
     }
 
     // Through the command: a modeless preview under its caption, the state's rows behind it,

@@ -128,7 +128,10 @@ private slots:
         QImage picture(40, 20, QImage::Format_RGB32);
         picture.fill(Qt::yellow);
         QVERIFY(picture.save(designs() + "rings.gif", "PNG")); // a picture under a .gif name reads all the same
-        put(designs() + "olive.gif", "not a picture");
+        const QDir shipped(QStringLiteral(VELMORA_SOURCE_DIR "/design"));
+        QFile whole(shipped.filePath(shipped.entryList({"*.gif"}).first()));
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        put(designs() + "olive.gif", whole.read(3000)); // a GIF cut short
         writeIni({{"Note Background", stored}});
 
         auto window = open(printing::NotesPage);
