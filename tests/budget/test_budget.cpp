@@ -3,6 +3,8 @@
 #include "TestWedding.h"
 
 #include "budget/Budget.h"
+#include "budget/BudgetCsv.h"
+#include "store/CsvText.h"
 #include "store/Schema.h"
 
 using namespace velmora;
@@ -155,6 +157,26 @@ private slots:
         // Hebrew word 0, an exponent counts whole.
         const QStringList typed = boxes("0", {"0=1,000", "1=שמלה", "2=  12abc", "3=1.5e3", "4=-0.00005", "5=0.00005"});
         QCOMPARE(budget::SumOfBudget(typed, m_prompts).units, (1 + 12 + 1500) * Currency::Scale);
+    }
+    // The ledger as a list: each branch with its amount as a plain number, then the total;
+    // an empty budget is zeros.
+    void theLedgerAsAList()
+    {
+        test::TestWedding wedding;
+        wedding.createDatabase();
+        auto read = [&] {
+            const store::CsvParse parsed = store::ParseCsv(budget::BudgetCsv(wedding.state.databaseFile()));
+            return parsed.table ? parsed.table->rows : std::vector<QStringList>{};
+        };
+        std::vector<QStringList> rows = read();
+        QCOMPARE(rows.size(), size_t(32));
+        QCOMPARE(rows[1], (QStringList{QStringLiteral("שמלת כלה"), QStringLiteral("0")}));
+        QCOMPARE(rows.back(), (QStringList{QStringLiteral("ס\"כ הוצאות"), QStringLiteral("0")}));
+        storeRow(wedding, boxes("1000", {"0=1,234.5", "29=-34.25"}));
+        rows = read();
+        QCOMPARE(rows[1], (QStringList{QStringLiteral("שמלת כלה"), QStringLiteral("1234.5")}));
+        QCOMPARE(rows[30], (QStringList{QStringLiteral("שונות"), QStringLiteral("-34.25")}));
+        QCOMPARE(rows.back().last(), QStringLiteral("29200.25"));
     }
 };
 

@@ -18,6 +18,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTableView>
 
 using namespace velmora;
@@ -80,12 +81,10 @@ class GuestCsvTest : public QObject {
     Q_OBJECT
 
 private slots:
+    // English headings as other programs write them (the dialog's own captions are the
+    // header of every other test here).
     void guessesColumns()
     {
-        guests::ColumnMap expected;
-        for (int f = 0; f < guests::ImportFieldCount; ++f)
-            expected[size_t(f)] = f;
-        QCOMPARE(guests::GuessColumns(header()), expected);
         const guests::ColumnMap english = guests::GuessColumns(
             {QStringLiteral("E-mail"), QStringLiteral("Phone"), QStringLiteral("First Name"), QStringLiteral("LAST_NAME"),
              QStringLiteral("Table #"), QStringLiteral("טלפון")});
@@ -96,37 +95,24 @@ private slots:
         QCOMPARE(english[size_t(ImportField::Address)], -1);
     }
 
-    // Every row is judged by the invitation dialog's checks, in their order, and by what the
-    // store itself refuses.
+    // Every row is judged by the invitation dialog's checks, in their order (each limit is
+    // checked with the dialog), and by what the file's own columns and the store refuse.
     void verdicts_data()
     {
         QTest::addColumn<QList<QStringList>>("rows");
         QTest::addColumn<int>("kind");
         QTest::addColumn<QString>("reason");
         using F = ImportField;
-        const QString a21(21, u'א');
         auto one = [](const QStringList& cells) { return QList<QStringList>{cells}; };
         QTest::newRow("accepted") << one(row({{F::Gift, QStringLiteral("₪100")}, {F::Table, QStringLiteral("5")}}))
                                   << int(Kind::Add) << QString();
         QTest::newRow("no family name, no people, no table: the first check speaks")
             << one(row({{F::FamilyName, QStringLiteral("  ")}, {F::People, QStringLiteral("0")}, {F::Table, QStringLiteral("99")}}))
             << int(Kind::Refused) << QStringLiteral("השדות שם משפחה\\פרטי אינם יכולים להיות ריקים.");
-        QTest::newRow("long name") << one(row({{F::FirstName, a21}})) << int(Kind::Refused)
-                                   << QStringLiteral("השדות שם משפחה\\פרטי מוגבלים לגודל של 20 תווים.");
         QTest::newRow("no people") << one(row({{F::People, QString()}})) << int(Kind::Refused)
                                    << QStringLiteral("השדה מס' מוזמנים חייב להכיל מספר הגדול מאפס.");
-        QTest::newRow("remark") << one(row({{F::Remark, QString(41, u'ה')}})) << int(Kind::Refused)
-                                << QStringLiteral("השדה הערות מוגבל לגודל של 40 תווים.");
-        QTest::newRow("phones") << one(row({{F::Phones, QString(31, u'5')}})) << int(Kind::Refused)
-                                << QStringLiteral("השדה טלפונים מוגבל לגודל של 30 תווים.");
-        QTest::newRow("address") << one(row({{F::Address, QString(51, u'כ')}})) << int(Kind::Refused)
-                                 << QStringLiteral("השדה כתובת מוגבל לגודל של 50 תווים.");
-        QTest::newRow("gift length") << one(row({{F::Gift, a21}})) << int(Kind::Refused)
-                                     << QStringLiteral("השדה מתנה מוגבל לגודל של 20 תווים.");
         QTest::newRow("cash gift in words") << one(row({{F::Gift, QStringLiteral("מאה")}, {F::GiftKind, QStringLiteral("מזומן")}}))
                                             << int(Kind::Refused) << QStringLiteral("השדה מתנה חייב להיות מספרי.");
-        QTest::newRow("table beyond the last") << one(row({{F::Table, QStringLiteral("21")}})) << int(Kind::Refused)
-                                               << QStringLiteral("מספר השולחן אינו קיים במערכת.");
         QTest::newRow("seated but not coming") << one(row({{F::Table, QStringLiteral("3")}, {F::Answer, QStringLiteral("לא")}}))
                                                << int(Kind::Refused) << QStringLiteral("הושבת אורח שלא מגיע לשולחן אינה אפשרית");
         QTest::newRow("table full") << one(row({{F::Table, QStringLiteral("5")}, {F::People, QStringLiteral("3")}}))
@@ -245,59 +231,56 @@ private slots:
         QVERIFY(to.value(QStringLiteral("אבו"), QStringLiteral("סמיר"), QStringLiteral("PRESENT")).isNull());
     }
 
-    // From the Tools menu: the file, the window, the rows stored; the list and the map follow.
-    void fromTheToolsMenu()
+    // From the Tools menu, the window shows each row's fate; a write that fails half-way
+    // stores nothing, the same import goes through once there is room, and the list and the
+    // map follow.
+    void fromTheToolsMenuAllOrNothing()
     {
         test::TestWedding wedding;
         prepare(wedding);
-        const QString path = wedding.folder() + QStringLiteral("/list.txt");
-        QVERIFY(!store::WriteWholeFile(path, QStringLiteral("Last name\tFirst name\tTable\tPeople\nכהן\tרון\t7\t4\n").toUtf8()));
+        QByteArray text = store::CsvBom();
+        store::AppendCsvRow(text, header());
+        for (int i = 0; i < 400; ++i) {
+            store::AppendCsvRow(text, row({{ImportField::FirstName, QStringLiteral("אורח %1").arg(i)},
+                                           {ImportField::Remark, QString(40, u'ה')},
+                                           {ImportField::Table, i == 0 ? QStringLiteral("7") : QString()}}));
+        }
+        store::AppendCsvRow(text, row({{ImportField::Table, QStringLiteral("21")}}));
+        const QString path = wedding.folder() + QStringLiteral("/list.csv");
+        QVERIFY(!store::WriteWholeFile(path, text));
         test::RunningProgram program;
         QVERIFY(program.start(wedding.folder()));
-        program.prompts.expectOpenFile(path).expectMessage(PromptIcon::Information,
-                                                           QStringLiteral("היבוא הסתיים. הזמנות שנוספו: 1; הזמנות שעודכנו: 0."));
-        test::NextModal window([](QWidget* modal) { modal->findChild<QPushButton*>(QStringLiteral("cmdImport"))->click(); });
+        program.prompts.expectOpenFile(path)
+            .expectMessage(PromptIcon::None, QStringLiteral("ארעה שגיאה ביבוא הרשימה; אף הזמנה לא נשמרה.\r\nאין די מקום פנוי בדיסק."))
+            .expectMessage(PromptIcon::Information, QStringLiteral("היבוא הסתיים. הזמנות שנוספו: 400; הזמנות שעודכנו: 0."));
+        test::NextModal shown([&](QWidget* modal) {
+            auto* window = static_cast<ui::ImportWindow*>(modal);
+            const auto closed = qScopeGuard([window] { // a failed check leaves no window open
+                if (window->isVisible())
+                    window->reject();
+            });
+            QAbstractItemModelTester tester(window->grid->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+            window->chkHeader->click(); // the header as a row: refused for its count of people
+            QCOMPARE(window->lblSummary->text(), QStringLiteral("ייווספו: 400; יעודכנו: 0; ידולגו: 0; נדחו: 2"));
+            window->chkHeader->click();
+            QCOMPARE(window->lblSummary->text(), QStringLiteral("ייווספו: 400; יעודכנו: 0; ידולגו: 0; נדחו: 1"));
+            QCOMPARE(window->grid->model()->index(400, 0).data().toString(),
+                     QStringLiteral("נדחתה: מספר השולחן אינו קיים במערכת."));
+            const QByteArray before = bytes(wedding.state.databaseFile());
+            {
+                const test::FullDisk disk(before.size() + 4096);
+                window->cmdImport->click();
+            }
+            QVERIFY(window->isVisible());
+            QCOMPARE(bytes(wedding.state.databaseFile()), before);
+            window->cmdImport->click();
+        });
         program.main().action(QStringLiteral("mnuImportListCsv"))->trigger();
-        QVERIFY(window.seen());
-        QCOMPARE(program.main().listModel().rows().size(), size_t(2));
-        QCOMPARE(program.map().SeatedCount(7), 4);
+        QVERIFY(shown.seen());
+        QCOMPARE(program.main().listModel().rows().size(), size_t(401));
+        QCOMPARE(program.map().SeatedCount(7), 2);
         program.stop();
         program.prompts.verifyDone();
-    }
-
-    // The window shows each row's fate; a write that fails half-way stores nothing, and the
-    // same import goes through once there is room.
-    void windowStoresAllOrNothing()
-    {
-        test::TestWedding wedding;
-        prepare(wedding);
-        std::vector<QStringList> rows;
-        for (int i = 0; i < 400; ++i)
-            rows.push_back(row({{ImportField::FirstName, QStringLiteral("אורח %1").arg(i)},
-                                {ImportField::Remark, QString(40, u'ה')}}));
-        rows.push_back(row({{ImportField::Table, QStringLiteral("21")}}));
-        test::ScriptedPrompts prompts;
-        ui::ImportWindow window(wedding.state, prompts, file(rows));
-        QAbstractItemModelTester tester(window.grid->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-        window.show();
-        window.chkHeader->click(); // the header as a row: refused for its count of people
-        QCOMPARE(window.lblSummary->text(), QStringLiteral("ייווספו: 400; יעודכנו: 0; ידולגו: 0; נדחו: 2"));
-        window.chkHeader->click();
-        QCOMPARE(window.lblSummary->text(), QStringLiteral("ייווספו: 400; יעודכנו: 0; ידולגו: 0; נדחו: 1"));
-        QCOMPARE(window.grid->model()->index(400, 0).data().toString(),
-                 QStringLiteral("נדחתה: מספר השולחן אינו קיים במערכת."));
-
-        const QByteArray before = bytes(wedding.state.databaseFile());
-        prompts.expectMessage(PromptIcon::None,
-                              QStringLiteral("ארעה שגיאה ביבוא הרשימה; אף הזמנה לא נשמרה.\r\nאין די מקום פנוי בדיסק."));
-        {
-            const test::FullDisk disk(before.size() + 4096);
-            window.cmdImport->click();
-        }
-        QVERIFY(window.isVisible());
-        QCOMPARE(bytes(wedding.state.databaseFile()), before);
-        window.cmdImport->click();
-        QCOMPARE(wedding.count(QStringLiteral("select * from VELMORA_LIST")), 401);
     }
 };
 

@@ -89,7 +89,9 @@ private slots:
         QTest::addColumn<int>("rows");
         QTest::addColumn<int>("pages");
         QTest::addColumn<QList<int>>("pageOfRow"); // rows 1, 39, 40 and the last
+        QTest::newRow("no rows: one numbered page") << 0 << 1 << QList<int>{};
         QTest::newRow("1 row") << 1 << 1 << QList<int>{1, 1, 1, 1};
+        QTest::newRow("39 rows: the summary alone on a second page") << 39 << 2 << QList<int>{1, 1, 1, 1};
         QTest::newRow("40 rows") << 40 << 2 << QList<int>{1, 1, 2, 2};
         QTest::newRow("400 rows") << 400 << 10 << QList<int>{1, 1, 2, 10};
     }
@@ -119,9 +121,11 @@ private slots:
                     summaryPages << p + 1;
             }
         }
-        QCOMPARE((QList<int>{pageOf[0], pageOf[size_t(std::min(rows, 39) - 1)], pageOf[size_t(std::min(rows, 40) - 1)],
-                             pageOf.back()}),
-                 pageOfRow);
+        if (rows > 0) {
+            QCOMPARE((QList<int>{pageOf[0], pageOf[size_t(std::min(rows, 39) - 1)],
+                                 pageOf[size_t(std::min(rows, 40) - 1)], pageOf.back()}),
+                     pageOfRow);
+        }
         QCOMPARE(summaryPages, QSet<int>{pages}); // whole, after the last row
     }
 

@@ -82,38 +82,6 @@ private slots:
         QCOMPARE(failureOf([&] { records.addNew(); }), 3420);
     }
 
-    void bandsFillPagesAndNumberThem_data()
-    {
-        QTest::addColumn<int>("records");
-        QTest::addColumn<QStringList>("pageTexts");
-        QTest::newRow("none") << 0 << QStringList{"1/1"};
-        QTest::newRow("one page full") << 3 << QStringList{"1/1"};
-        QTest::newRow("one over") << 4 << QStringList{"1/2", "2/2"};
-        QTest::newRow("three pages") << 7 << QStringList{"1/3", "2/3", "3/3"};
-    }
-
-    void bandsFillPagesAndNumberThem()
-    {
-        QFETCH(int, records);
-        QFETCH(QStringList, pageTexts);
-        int record = 0;
-        QStringList numbers;
-        for (const Page& page : layOut(smallReport(records), Paper).pages) {
-            for (const PlacedItem& item : page.items) {
-                if (item.control == u"lblPage")
-                    numbers << item.text;
-                if (item.control != u"txtName")
-                    continue;
-                QCOMPARE(item.record, record++);
-                QCOMPARE(item.text, QStringLiteral("row %1").arg(record));
-                QVERIFY(item.rect.bottom() < Paper.height() - 1000 - 240); // above the page footer
-                QVERIFY(item.rect.top() >= 1000 + 200);                      // below the page header
-            }
-        }
-        QCOMPARE(record, records);
-        QCOMPARE(numbers, pageTexts);
-    }
-
     // The third band of a page meets the page's end: kept together it goes on whole to the
     // next page; else its first control stays and the second goes on.
     void keptTogetherBandsNeverBreak()
