@@ -16,6 +16,7 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <algorithm>
 #include <tuple>
 
 namespace velmora::ui {
@@ -78,9 +79,14 @@ void ChairBox::keyPressEvent(QKeyEvent* event)
         m_prompts.beep();
 }
 
+// A circle, not an ellipse: as wide as its box is high, centred in the box.
 QRect TableWindow::discRect()
 {
-    return twipsRect(2160, 1200, 2175, 1695);
+    const QRect box = twipsRect(2160, 1200, 2175, 1695);
+    const int side = std::min(box.width(), box.height());
+    QRect circle(0, 0, side, side);
+    circle.moveCenter(box.center());
+    return circle;
 }
 
 QRect TableWindow::confirmedSwatchRect()
