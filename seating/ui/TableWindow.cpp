@@ -140,7 +140,8 @@ TableWindow::TableWindow(WeddingState& state, Prompts& prompts, QWidget* parent)
         number->setGeometry(number->geometry().adjusted(-(needed - number->width() + 1) / 2, 0,
                                                         (needed - number->width() + 1) / 2, 0));
 
-    const int legendGap = twipsToPixels(150); // the text stops short of its swatch
+    // The labels reach 135 twips under their swatches: the text ends a little short of them.
+    const int legendGap = twipsToPixels(135 + 90);
     for (auto [name, rect, text] : {std::tuple{"Label1", QRect(480, 3960, 1815, 255), "אורח שאישר כי יגיע"},
                                     std::tuple{"Label2", QRect(240, 4200, 2055, 255), "אורח שלא ידוע אם יגיע"}}) {
         QLabel* legend = addLabel(name, rect, QString::fromUtf8(text), absolute(Qt::AlignRight | Qt::AlignVCenter));
