@@ -7,7 +7,6 @@
 #include "app/Twips.h"
 #include "app/WeddingState.h"
 #include "app/ui/HebrewText.h"
-#include "app/ui/TypedKeys.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -74,8 +73,8 @@ ChairBox::ChairBox(Prompts& prompts, QWidget* parent) : QLabel(parent), m_prompt
 void ChairBox::keyPressEvent(QKeyEvent* event)
 {
     event->accept();
-    const int key = event->key();
-    if (TypesCharacter(event) || key == Qt::Key_Delete || key == Qt::Key_Return || key == Qt::Key_Enter)
+    // Every key that types something, Escape and Enter included, and Delete: the chair stays as it is.
+    if (!event->text().isEmpty() || event->key() == Qt::Key_Delete)
         m_prompts.beep();
 }
 
