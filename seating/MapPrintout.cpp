@@ -20,10 +20,11 @@ int twips(double position)
 }
 
 // On the screen the garden is shown a dot to a pixel, whatever resolution its file states;
-// so it is on paper, beside the icons.
+// so it is on paper, beside the icons. A picture drawn at a higher pixel ratio keeps the
+// size it has on the screen, in finer dots.
 QImage asOnScreen(QImage picture)
 {
-    const int dotsPerMeter = int(std::lround(ScreenDpi * 1000.0 / MmPerInch));
+    const int dotsPerMeter = int(std::lround(ScreenDpi * picture.devicePixelRatio() * 1000.0 / MmPerInch));
     picture.setDotsPerMeterX(dotsPerMeter);
     picture.setDotsPerMeterY(dotsPerMeter);
     return picture;

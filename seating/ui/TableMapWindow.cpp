@@ -689,8 +689,12 @@ void TableMapWindow::PrintTableMap()
 {
     std::vector<seating::MapTable> tables;
     tables.reserve(size_t(itemCount()));
-    for (int table = 1; table <= itemCount(); ++table)
-        tables.push_back({tablePlace(table), itemText(table), seating::tableNumberIcon(table, IconSize)});
+    for (int table = 1; table <= itemCount(); ++table) {
+        // The icon's size on the screen, in four times the dots, so that its number prints sharp.
+        QImage icon = seating::tableNumberIcon(table, IconSize * 4);
+        icon.setDevicePixelRatio(4);
+        tables.push_back({tablePlace(table), itemText(table), icon});
+    }
     const QImage garden = m_map->backgroundPicture().toImage();
     printCanvasWithDialog(
         m_prompts, [&](printing::PrinterCanvas& printer) { seating::DrawTableMap(printer, m_state.CurGroup, garden, tables); },

@@ -7,7 +7,6 @@
 #include "app/Twips.h"
 #include "app/WeddingState.h"
 #include "app/ui/HebrewText.h"
-#include "app/ui/TypedKeys.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -16,6 +15,7 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <algorithm>
 #include <tuple>
 
 namespace velmora::ui {
@@ -73,14 +73,19 @@ ChairBox::ChairBox(Prompts& prompts, QWidget* parent) : QLabel(parent), m_prompt
 void ChairBox::keyPressEvent(QKeyEvent* event)
 {
     event->accept();
-    const int key = event->key();
-    if (TypesCharacter(event) || key == Qt::Key_Delete || key == Qt::Key_Return || key == Qt::Key_Enter)
+    // Every key that types something, Escape and Enter included, and Delete: the chair stays as it is.
+    if (!event->text().isEmpty() || event->key() == Qt::Key_Delete)
         m_prompts.beep();
 }
 
+// A circle, not an ellipse: as wide as its box is high, centred in the box.
 QRect TableWindow::discRect()
 {
-    return twipsRect(2160, 1200, 2175, 1695);
+    const QRect box = twipsRect(2160, 1200, 2175, 1695);
+    const int side = std::min(box.width(), box.height());
+    QRect circle(0, 0, side, side);
+    circle.moveCenter(box.center());
+    return circle;
 }
 
 QRect TableWindow::confirmedSwatchRect()
@@ -134,7 +139,8 @@ TableWindow::TableWindow(WeddingState& state, Prompts& prompts, QWidget* parent)
         number->setGeometry(number->geometry().adjusted(-(needed - number->width() + 1) / 2, 0,
                                                         (needed - number->width() + 1) / 2, 0));
 
-    const int legendGap = twipsToPixels(150); // the text stops short of its swatch
+    // The labels reach 135 twips under their swatches: the text ends a little short of them.
+    const int legendGap = twipsToPixels(135 + 90);
     for (auto [name, rect, text] : {std::tuple{"Label1", QRect(480, 3960, 1815, 255), "אורח שאישר כי יגיע"},
                                     std::tuple{"Label2", QRect(240, 4200, 2055, 255), "אורח שלא ידוע אם יגיע"}}) {
         QLabel* legend = addLabel(name, rect, QString::fromUtf8(text), absolute(Qt::AlignRight | Qt::AlignVCenter));

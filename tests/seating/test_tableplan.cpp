@@ -159,6 +159,12 @@ private slots:
         QCOMPARE(window->findChild<QLabel*>(QStringLiteral("lblNumOfPpl"))->text(),
                  QStringLiteral("שולחן של %1 מוזמנים").arg(people));
 
+        // The table is a circle centred in its box, not an ellipse filling it.
+        const QImage drawn = window->grab().toImage();
+        QCOMPARE(drawn.pixelColor(twipsToPixels(2160 + 2175 / 2), twipsToPixels(1200 + 60)), QColor(0xC0, 0xC0, 0xFF));
+        QCOMPARE(drawn.pixelColor(twipsToPixels(2160 + 90), twipsToPixels(1200 + 1695 / 2)),
+                 window->palette().color(QPalette::Window));
+
         const std::vector<QPoint> layout = seating::chairLayout(people);
         const auto& boxes = window->chairBoxes();
         QCOMPARE(int(boxes.size()), people);
@@ -175,9 +181,10 @@ private slots:
         const QString before = chair->text();
         QCOMPARE(before, QStringLiteral("כהן\nרב"));
         chair->setFocus(Qt::MouseFocusReason);
-        m_program.prompts.expectBeep().expectBeep();
+        m_program.prompts.expectBeep().expectBeep().expectBeep();
         QTest::keyClick(chair, Qt::Key_A, Qt::NoModifier);
         QTest::keyClick(chair, Qt::Key_Backspace, Qt::NoModifier);
+        QTest::keyClick(chair, Qt::Key_Escape, Qt::NoModifier);
         QCOMPARE(chair->text(), before);
         window->close();
     }
