@@ -282,6 +282,8 @@ private slots:
         window.show();
         window.chkHeader->click(); // the header as a row: refused for its count of people
         QCOMPARE(window.lblSummary->text(), QStringLiteral("ייווספו: 400; יעודכנו: 0; ידולגו: 0; נדחו: 2"));
+        const QString reason = window.grid->model()->index(0, 0).data().toString(); // shown whole
+        QVERIFY(window.grid->columnWidth(0) > window.grid->fontMetrics().horizontalAdvance(reason));
         window.chkHeader->click();
         QCOMPARE(window.lblSummary->text(), QStringLiteral("ייווספו: 400; יעודכנו: 0; ידולגו: 0; נדחו: 1"));
         QCOMPARE(window.grid->model()->index(400, 0).data().toString(),
