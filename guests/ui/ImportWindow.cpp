@@ -260,6 +260,7 @@ void ImportWindow::recheck()
                                   .arg(m_counts.skip)
                                   .arg(m_counts.refused));
     cmdImport->setEnabled(m_counts.add + m_counts.update > 0);
+    this->grid->resizeColumnToContents(0); // another mapping brings other, maybe longer, reasons
 }
 
 bool ImportWindow::importRows()

@@ -32,7 +32,8 @@ QTreeWidget* makeList(QWidget* parent, const char* name, const QStringList& head
     list->setObjectName(QString::fromLatin1(name));
     list->setRootIsDecorated(false);
     list->setHeaderLabels(headings);
-    list->header()->setStretchLastSection(true);
+    // Each column as wide as its heading or its numbers, not stretched across the list.
+    list->header()->setStretchLastSection(false);
     return list;
 }
 
@@ -133,6 +134,8 @@ void AutoSeatWindow::showEvent(QShowEvent* event)
     m_txtTables->setText(QStringLiteral("1-") + QString::number(m_state.MaxTables));
     forgetResult();
     QDialog::showEvent(event);
+    // Opened again, the focus starts on the choices, not on the button it was last left on.
+    (m_optAllComing->isChecked() ? m_optAllComing : m_optUnseated)->setFocus(Qt::OtherFocusReason);
 }
 
 seating::SeatChoice AutoSeatWindow::choice() const
@@ -153,6 +156,7 @@ void AutoSeatWindow::forgetResult()
     m_lstTables->clear();
     m_lstSplit->clear();
     m_cmdApply->setEnabled(false);
+    m_cmdCompute->setDefault(true);
 }
 
 void AutoSeatWindow::compute()
@@ -171,6 +175,7 @@ void AutoSeatWindow::compute()
     m_plan = seating::PlanSeating(m_list.guests, m_state.MaxTables, m_state.MaxChairs, choice());
     m_hasResult = true;
     showResult();
+    m_lblResult->setFocus(Qt::OtherFocusReason); // read out first; Enter then applies
 }
 
 QString AutoSeatWindow::groupName(const QString& group) const
@@ -221,6 +226,7 @@ void AutoSeatWindow::showResult()
                       .arg(m_plan.splitGroups.size())
                       .arg(m_plan.lowerBound));
     m_cmdApply->setEnabled(true);
+    m_cmdApply->setDefault(true); // the result seen, Enter applies it
 }
 
 bool AutoSeatWindow::apply()

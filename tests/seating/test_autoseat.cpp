@@ -259,6 +259,9 @@ private slots:
 
         window.cmdCompute()->click(); // nine people of the coming: at all three tables
         QCOMPARE(window.lstTables()->topLevelItemCount(), 3);
+        // Enter now applies, and the last column fits its heading rather than the list's width.
+        QVERIFY(window.cmdApply()->isDefault() && !window.cmdCompute()->isDefault());
+        QVERIFY(window.lstTables()->columnWidth(2) < window.lstTables()->viewport()->width() / 2);
         QVERIFY(window.apply());
         QCOMPARE(refreshes, 1);
         QVERIFY(undo->isEnabled());
@@ -278,7 +281,7 @@ private slots:
         window.txtTables()->setText(QStringLiteral("4"));
         window.cmdCompute()->click();
         QCOMPARE(window.lblResult()->text(), seating::MissingChairsMessage(4));
-        QVERIFY(!window.cmdApply()->isEnabled());
+        QVERIFY(!window.cmdApply()->isEnabled() && window.cmdCompute()->isDefault());
         QCOMPARE(stored(), tables);
         QVERIFY(prompts.verifyDone());
     }
