@@ -13,7 +13,8 @@ Qt::LayoutDirection paragraphDirection(QStringView line);
 
 // A text as it is shown: CrLf, or a lone CR, ends a line; each line that reads left to right
 // is embedded so (LRE … PDF), which a right-to-left window, a menu and a window manager's
-// title all honour. The visible characters stay as given; the marks are invisible.
+// title all honour, and so is a file's path inside a right-to-left line. The visible
+// characters stay as given; the marks are invisible.
 QString displayedText(const QString& text);
 
 } // namespace velmora

@@ -36,6 +36,7 @@ private slots:
         QTest::newRow("mark last") << QStringLiteral("רשימת המוזמנים ריקה.") << ".ר";
         QTest::newRow("number inside") << QStringLiteral("שולחן של 12 מוזמנים") << "םש";
         QTest::newRow("lines by CrLf") << QStringLiteral("פעולה זו תאפס את מפת השולחנות\r\n?למיקומי בררת המחדל") << "תפ ?ל";
+        QTest::newRow("a path keeps its slash first") << QStringLiteral("לא ניתן לפתוח את /tmp/חתונה") << "/ל";
         QTest::newRow("address under a cry") << QStringLiteral("!ארעה שגיאה קריטית\r\nwww.velmora.co.il\r\n") << "!א wl   ";
     }
 
