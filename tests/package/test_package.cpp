@@ -1,5 +1,6 @@
 #include "RunningProgram.h"
 #include "TestMain.h"
+#include "TestWedding.h"
 
 #include "app/Product.h"
 #include "app/StartFolder.h"
@@ -61,9 +62,7 @@ private slots:
         QVERIFY(!QDir(m_usr + "share/velmora/design").entryList({"*.gif"}).isEmpty());
         for (int size : {16, 24, 32, 48, 64, 128, 256})
             QCOMPARE(QImage(m_usr + QStringLiteral("share/icons/hicolor/%1x%1/apps/velmora.png").arg(size)).size(), QSize(size, size));
-        QFile file(entry);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+        const QStringList lines = QString::fromUtf8(test::fileBytes(entry)).split(u'\n');
         for (const char* line : {"Name[he]=ולמורה", "Categories=Office;", "Exec=velmora --documents"})
             QVERIFY2(lines.contains(QString::fromUtf8(line)), line);
         const Ran validated = run("desktop-file-validate", {entry});

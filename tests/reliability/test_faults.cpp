@@ -34,10 +34,8 @@ const QString Upgrading = QStringLiteral("שדרוג גירסת תוכנה");
 std::map<QString, QByteArray> snapshot(const QString& folder)
 {
     std::map<QString, QByteArray> files;
-    for (const QFileInfo& info : QDir(folder).entryInfoList(QDir::Files | QDir::Hidden)) {
-        QFile file(info.filePath());
-        files[info.fileName()] = file.open(QIODevice::ReadOnly) ? file.readAll() : "unreadable";
-    }
+    for (const QFileInfo& info : QDir(folder).entryInfoList(QDir::Files | QDir::Hidden))
+        files[info.fileName()] = test::fileBytes(info.filePath());
     return files;
 }
 

@@ -1,5 +1,6 @@
 #include "FullDisk.h"
 #include "TestMain.h"
+#include "TestWedding.h"
 
 #include "store/CsvText.h"
 
@@ -85,13 +86,10 @@ private slots:
         QFETCH(QByteArray, bytes);
         QFETCH(qint64, size);
         QTemporaryDir dir;
-        QFile file(dir.filePath(QStringLiteral("in.csv")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        if (size)
-            file.resize(size);
-        file.close();
-        const store::CsvParse parsed = store::ReadCsvFile(file.fileName());
+        const QString path = dir.filePath(QStringLiteral("in.csv"));
+        test::writeFile(path, bytes);
+        QVERIFY(!size || QFile::resize(path, size));
+        const store::CsvParse parsed = store::ReadCsvFile(path);
         QVERIFY(!parsed.table);
         QCOMPARE(parsed.error, message);
     }
@@ -124,9 +122,7 @@ private slots:
             reason = store::WriteWholeFile(path, QByteArray(100000, 'x'));
         }
         QVERIFY(reason && !reason->isEmpty());
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("old"));
+        QCOMPARE(test::fileBytes(path), QByteArray("old"));
     }
 };
 
