@@ -54,27 +54,6 @@ constexpr std::array<int, Columns> CreationOrder = {1, 0, 2, 3, 4, 5, 6, 7, 9, 8
 const QColor CaptionBack(0xE0, 0xE0, 0xE0);
 const QColor TwinText(0x80, 0x80, 0x80);
 
-FontSpec font(double points, bool bold = false)
-{
-    FontSpec style;
-    style.points = points;
-    style.bold = bold;
-    return style;
-}
-
-Control label(const QString& name, QRect rect, FontSpec style, TextAlign align = TextAlign::Left,
-              const QString& caption = {})
-{
-    Control c;
-    c.name = name;
-    c.kind = ControlKind::Label;
-    c.rect = rect;
-    c.font = style;
-    c.alignment = align;
-    c.caption = caption;
-    return c;
-}
-
 struct Total {
     const char* caption;
     const char* control;
@@ -114,8 +93,9 @@ Report guestListDesign()
     Section& header = report.section(SectionKind::ReportHeader);
     header.setName(QStringLiteral("rptHeader"));
     header.height = 1140;
-    header.add(label(QStringLiteral("lblReport"), QRect(2268, 567, 6225, 570), font(14.25, true), TextAlign::Centre));
-    header.add(label(QStringLiteral("lblDate"), QRect(567, 0, 1140, 240), font(9.75)));
+    header.add(labelControl(QStringLiteral("lblReport"), QRect(2268, 567, 6225, 570), reportFont(14.25, true),
+                            TextAlign::Centre));
+    header.add(labelControl(QStringLiteral("lblDate"), QRect(567, 0, 1140, 240), reportFont(9.75)));
 
     Section& page = report.section(SectionKind::PageHeader);
     page.setName(QStringLiteral("rptPage"));
@@ -134,17 +114,18 @@ Report guestListDesign()
     std::array<Control, Columns> twins;
     for (int i = 0; i < Columns; ++i) {
         const ReportColumn& column = reportColumns()[size_t(i)];
-        FontSpec captionFont = font(9.75, true);
+        FontSpec captionFont = reportFont(9.75, true);
         captionFont.underline = true;
-        Control caption = label(QString::fromUtf8(column.captionLabel), QRect(column.left, 567, column.boxWidth, 240),
-                                captionFont, TextAlign::Right, QString::fromUtf8(column.caption));
+        Control caption =
+            labelControl(QString::fromUtf8(column.captionLabel), QRect(column.left, 567, column.boxWidth, 240),
+                         captionFont, TextAlign::Right, QString::fromUtf8(column.caption));
         caption.backColor = CaptionBack;
         page.add(caption);
 
         Control box;
         box.kind = ControlKind::TextBox;
         box.rect = QRect(column.left, 0, column.boxWidth, 240);
-        box.font = font(9.75);
+        box.font = reportFont(9.75);
         box.alignment = QLatin1String(column.field) == QLatin1String("TableNo") ? TextAlign::Centre : TextAlign::Right;
         box.name = QString::fromUtf8(column.plainBox);
         box.dataField = QString::fromUtf8(column.field);
@@ -161,25 +142,27 @@ Report guestListDesign()
     Section& footer = report.section(SectionKind::PageFooter);
     footer.setName(QStringLiteral("rptPageFooter"));
     footer.height = 1380;
-    footer.add(label(QStringLiteral("lblAppName"), QRect(0, 1134, 2265, 240), font(9.75)));
-    footer.add(label(QStringLiteral("lblPageNum"), QRect(4535, 1134, 1701, 240), font(9.75), TextAlign::Centre));
-    footer.add(label(QStringLiteral("lblAppWeb"), QRect(7937, 1134, 2832, 240), font(9.75), TextAlign::Right));
+    footer.add(labelControl(QStringLiteral("lblAppName"), QRect(0, 1134, 2265, 240), reportFont(9.75)));
+    footer.add(
+        labelControl(QStringLiteral("lblPageNum"), QRect(4535, 1134, 1701, 240), reportFont(9.75), TextAlign::Centre));
+    footer.add(
+        labelControl(QStringLiteral("lblAppWeb"), QRect(7937, 1134, 2832, 240), reportFont(9.75), TextAlign::Right));
 
     Section& summary = report.section(SectionKind::ReportFooter);
     summary.setName(QStringLiteral("rptReportFooter"));
     summary.height = 3774;
     summary.keepTogether = true;
-    Control heading = label(QStringLiteral("Label1"), QRect(6236, 1017, 3975, 240), font(11.25, true),
+    Control heading = labelControl(QStringLiteral("Label1"), QRect(6236, 1017, 3975, 240), reportFont(11.25, true),
                             TextAlign::Right, QStringLiteral(":סיכום כללי"));
     heading.backColor = CaptionBack;
     summary.add(heading);
     int n = 3;
     for (const Total& line : totals()) {
-        summary.add(label(QStringLiteral("Label%1").arg(n++), QRect(7370, line.top, 2835, 240), font(9.75, line.bold),
-                          TextAlign::Right, QString::fromUtf8(line.caption)));
+        summary.add(labelControl(QStringLiteral("Label%1").arg(n++), QRect(7370, line.top, 2835, 240),
+                                 reportFont(9.75, line.bold), TextAlign::Right, QString::fromUtf8(line.caption)));
         // Centred: a caption that fills its box would otherwise run into its number.
-        summary.add(label(QString::fromUtf8(line.control), QRect(6236, line.top, 1140, 240), font(9.75, line.bold),
-                          TextAlign::Centre));
+        summary.add(labelControl(QString::fromUtf8(line.control), QRect(6236, line.top, 1140, 240),
+                                 reportFont(9.75, line.bold), TextAlign::Centre));
     }
     return report;
 }
@@ -219,8 +202,9 @@ GuestReport buildGuestReport(WeddingState& state, const QAbstractItemModel& grid
     step([&] { records->open(); });
     report.caption = product::Title + QStringLiteral(" - Report");
 
-    auto setCaption = [&](const char* section, const char* control, const QString& text) {
-        step([&] { report.section(QString::fromLatin1(section)).control(QString::fromLatin1(control)).caption = text; });
+    auto setCaption = [&](const char *section, const char *control, const QString &text) {
+        step(
+            [&] { report.section(QString::fromLatin1(section)).control(QString::fromLatin1(control)).caption = text; });
     };
     setCaption("rptHeader", "lblDate", QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat));
     setCaption("rptHeader", "lblReport", listTitle);
@@ -242,7 +226,8 @@ GuestReport buildGuestReport(WeddingState& state, const QAbstractItemModel& grid
         const bool struck = mark.isValid() && mark.value<QFont>().strikeOut();
         step([&] { records->addNew(); });
         for (int column = 0; column < Columns; ++column) {
-            const QString field = QLatin1String(struck ? "B" : "") + QString::fromUtf8(reportColumns()[size_t(column)].field);
+            const QString field =
+                QLatin1String(struck ? "B" : "") + QString::fromUtf8(reportColumns()[size_t(column)].field);
             step([&] { records->setValue(field, cells[size_t(column)]); });
         }
         step([&] { records->update(); });

@@ -19,38 +19,6 @@ constexpr int FirstColumn = 1;
 constexpr int TableColumn = 6;
 constexpr int AddressColumn = 8;
 
-FontSpec font(double points, bool bold, bool italic = false)
-{
-    FontSpec style;
-    style.points = points;
-    style.bold = bold;
-    style.italic = italic;
-    return style;
-}
-
-Control shape(const QString& name, QRect rect, ShapeKind kind, BorderStyle border)
-{
-    Control c;
-    c.name = name;
-    c.kind = ControlKind::Shape;
-    c.rect = rect;
-    c.shape = kind;
-    c.borderStyle = border;
-    return c;
-}
-
-Control textBox(const QString& name, QRect rect, const QString& field, FontSpec style, TextAlign align)
-{
-    Control c;
-    c.name = name;
-    c.kind = ControlKind::TextBox;
-    c.rect = rect;
-    c.dataField = field;
-    c.font = style;
-    c.alignment = align;
-    return c;
-}
-
 void nameSections(Report& report, std::array<const char*, 5> names, std::array<int, 5> heights)
 {
     for (size_t i = 0; i < names.size(); ++i) {
@@ -131,20 +99,20 @@ Report envelopeLabelsDesign()
 
     Section& details = report.section(SectionKind::Detail);
     // Hebrew reads from the right: the first label of a line is the right-hand one.
-    details.add(shape(QStringLiteral("Shape1"), QRect(5669, 0, 5565, 2160), ShapeKind::RoundedRectangle,
+    details.add(shapeControl(QStringLiteral("Shape1"), QRect(5669, 0, 5565, 2160), ShapeKind::RoundedRectangle,
                       BorderStyle::Solid));
-    details.add(shape(QStringLiteral("Shape2"), QRect(0, 0, 5565, 2160), ShapeKind::RoundedRectangle,
+    details.add(shapeControl(QStringLiteral("Shape2"), QRect(0, 0, 5565, 2160), ShapeKind::RoundedRectangle,
                       BorderStyle::Solid));
-    const FontSpec name = font(12, true);
-    const FontSpec address = font(12, false);
-    details.add(textBox(QStringLiteral("txtEnvLabel_1"), QRect(6803, 330, 3800, 465), QStringLiteral("InvName_1"), name,
-                        TextAlign::Right));
-    details.add(textBox(QStringLiteral("txtAddress_1"), QRect(6803, 800, 3800, 1200), QStringLiteral("Address_1"),
-                        address, TextAlign::Right));
-    details.add(textBox(QStringLiteral("txtEnvLabel_2"), QRect(1000, 330, 3795, 465), QStringLiteral("InvName_2"), name,
-                        TextAlign::Right));
-    details.add(textBox(QStringLiteral("txtAddress_2"), QRect(1000, 800, 3795, 1200), QStringLiteral("Address_2"),
-                        address, TextAlign::Right));
+    const FontSpec name = reportFont(12, true);
+    const FontSpec address = reportFont(12, false);
+    details.add(textBoxControl(QStringLiteral("txtEnvLabel_1"), QRect(6803, 330, 3800, 465),
+                               QStringLiteral("InvName_1"), name, TextAlign::Right));
+    details.add(textBoxControl(QStringLiteral("txtAddress_1"), QRect(6803, 800, 3800, 1200),
+                               QStringLiteral("Address_1"), address, TextAlign::Right));
+    details.add(textBoxControl(QStringLiteral("txtEnvLabel_2"), QRect(1000, 330, 3795, 465),
+                               QStringLiteral("InvName_2"), name, TextAlign::Right));
+    details.add(textBoxControl(QStringLiteral("txtAddress_2"), QRect(1000, 800, 3795, 1200),
+                               QStringLiteral("Address_2"), address, TextAlign::Right));
     return report;
 }
 
@@ -166,8 +134,10 @@ Report sittingNotesDesign()
         image.rect = picture[6] == '1' ? QRect(0, 1950, 3960, 2025) : QRect(4536, 1950, 3960, 2025);
         details.add(image);
     }
-    details.add(shape(QStringLiteral("Shape1"), QRect(0, 0, 3975, 3975), ShapeKind::Rectangle, BorderStyle::Dotted));
-    details.add(shape(QStringLiteral("Shape2"), QRect(4535, 0, 3960, 3975), ShapeKind::Rectangle, BorderStyle::Dotted));
+    details.add(
+        shapeControl(QStringLiteral("Shape1"), QRect(0, 0, 3975, 3975), ShapeKind::Rectangle, BorderStyle::Dotted));
+    details.add(
+        shapeControl(QStringLiteral("Shape2"), QRect(4535, 0, 3960, 3975), ShapeKind::Rectangle, BorderStyle::Dotted));
     Control fold;
     fold.kind = ControlKind::Line;
     fold.borderStyle = BorderStyle::Dotted;
@@ -178,15 +148,15 @@ Report sittingNotesDesign()
     fold.rect = QRect(4536, 1950, 3960, 0);
     details.add(fold);
     // The first card of a line is the left-hand one.
-    const FontSpec name = font(14.25, true);
-    const FontSpec table = font(14.25, false, true);
-    details.add(textBox(QStringLiteral("txtNoteName_1"), QRect(350, 2400, 3250, 360), QStringLiteral("NoteName_1"), name,
-                        TextAlign::Centre));
-    details.add(textBox(QStringLiteral("txtNoteTableNo_1"), QRect(350, 2835, 3250, 345), QStringLiteral("NoteTableNo_1"),
-                        table, TextAlign::Centre));
-    details.add(textBox(QStringLiteral("txtNoteName_2"), QRect(4917, 2400, 3255, 360), QStringLiteral("NoteName_2"),
-                        name, TextAlign::Centre));
-    details.add(textBox(QStringLiteral("txtNoteTableNo_2"), QRect(4917, 2835, 3255, 345),
+    const FontSpec name = reportFont(14.25, true);
+    const FontSpec table = reportFont(14.25, false, true);
+    details.add(textBoxControl(QStringLiteral("txtNoteName_1"), QRect(350, 2400, 3250, 360),
+                               QStringLiteral("NoteName_1"), name, TextAlign::Centre));
+    details.add(textBoxControl(QStringLiteral("txtNoteTableNo_1"), QRect(350, 2835, 3250, 345),
+                               QStringLiteral("NoteTableNo_1"), table, TextAlign::Centre));
+    details.add(textBoxControl(QStringLiteral("txtNoteName_2"), QRect(4917, 2400, 3255, 360),
+                               QStringLiteral("NoteName_2"), name, TextAlign::Centre));
+    details.add(textBoxControl(QStringLiteral("txtNoteTableNo_2"), QRect(4917, 2835, 3255, 345),
                         QStringLiteral("NoteTableNo_2"), table, TextAlign::Centre));
     return report;
 }

@@ -58,4 +58,48 @@ Section& Report::section(const QString& name)
     throw Failure(store::failures::ItemNotFound, QStringLiteral("האזור '%1' לא נמצא בדוח.").arg(name));
 }
 
+FontSpec reportFont(double points, bool bold, bool italic)
+{
+    FontSpec style;
+    style.points = points;
+    style.bold = bold;
+    style.italic = italic;
+    return style;
+}
+
+Control labelControl(const QString& name, QRect rect, FontSpec font, TextAlign align, const QString& caption)
+{
+    Control c;
+    c.name = name;
+    c.kind = ControlKind::Label;
+    c.rect = rect;
+    c.font = font;
+    c.alignment = align;
+    c.caption = caption;
+    return c;
+}
+
+Control textBoxControl(const QString& name, QRect rect, const QString& field, FontSpec font, TextAlign align)
+{
+    Control c;
+    c.name = name;
+    c.kind = ControlKind::TextBox;
+    c.rect = rect;
+    c.dataField = field;
+    c.font = font;
+    c.alignment = align;
+    return c;
+}
+
+Control shapeControl(const QString& name, QRect rect, ShapeKind kind, BorderStyle border)
+{
+    Control c;
+    c.name = name;
+    c.kind = ControlKind::Shape;
+    c.rect = rect;
+    c.shape = kind;
+    c.borderStyle = border;
+    return c;
+}
+
 } // namespace velmora::printing

@@ -54,6 +54,13 @@ struct Control {
     bool visible = true;
 };
 
+// Builders of a design's controls, places in twips within the band.
+FontSpec reportFont(double points, bool bold = false, bool italic = false);
+Control labelControl(const QString& name, QRect rect, FontSpec font, TextAlign align = TextAlign::Left,
+                     const QString& caption = {});
+Control textBoxControl(const QString& name, QRect rect, const QString& field, FontSpec font, TextAlign align);
+Control shapeControl(const QString& name, QRect rect, ShapeKind kind, BorderStyle border);
+
 enum class SectionKind { ReportHeader, PageHeader, Detail, PageFooter, ReportFooter };
 
 class Section {
