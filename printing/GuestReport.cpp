@@ -122,13 +122,10 @@ Report guestListDesign()
         caption.backColor = CaptionBack;
         page.add(caption);
 
-        Control box;
-        box.kind = ControlKind::TextBox;
-        box.rect = QRect(column.left, 0, column.boxWidth, 240);
-        box.font = reportFont(9.75);
-        box.alignment = QLatin1String(column.field) == QLatin1String("TableNo") ? TextAlign::Centre : TextAlign::Right;
-        box.name = QString::fromUtf8(column.plainBox);
-        box.dataField = QString::fromUtf8(column.field);
+        const TextAlign align =
+            QLatin1String(column.field) == QLatin1String("TableNo") ? TextAlign::Centre : TextAlign::Right;
+        Control box = textBoxControl(QString::fromUtf8(column.plainBox), QRect(column.left, 0, column.boxWidth, 240),
+                                     QString::fromUtf8(column.field), reportFont(9.75), align);
         details.add(box);
         box.name = QString::fromUtf8(column.twinBox);
         box.dataField = u'B' + box.dataField;

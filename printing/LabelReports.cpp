@@ -100,9 +100,9 @@ Report envelopeLabelsDesign()
     Section& details = report.section(SectionKind::Detail);
     // Hebrew reads from the right: the first label of a line is the right-hand one.
     details.add(shapeControl(QStringLiteral("Shape1"), QRect(5669, 0, 5565, 2160), ShapeKind::RoundedRectangle,
-                      BorderStyle::Solid));
+                             BorderStyle::Solid));
     details.add(shapeControl(QStringLiteral("Shape2"), QRect(0, 0, 5565, 2160), ShapeKind::RoundedRectangle,
-                      BorderStyle::Solid));
+                             BorderStyle::Solid));
     const FontSpec name = reportFont(12, true);
     const FontSpec address = reportFont(12, false);
     details.add(textBoxControl(QStringLiteral("txtEnvLabel_1"), QRect(6803, 330, 3800, 465),
@@ -157,7 +157,7 @@ Report sittingNotesDesign()
     details.add(textBoxControl(QStringLiteral("txtNoteName_2"), QRect(4917, 2400, 3255, 360),
                                QStringLiteral("NoteName_2"), name, TextAlign::Centre));
     details.add(textBoxControl(QStringLiteral("txtNoteTableNo_2"), QRect(4917, 2835, 3255, 345),
-                        QStringLiteral("NoteTableNo_2"), table, TextAlign::Centre));
+                               QStringLiteral("NoteTableNo_2"), table, TextAlign::Centre));
     return report;
 }
 
