@@ -30,7 +30,6 @@ namespace {
 const QString BudgetSql = QStringLiteral("select * from VELMORA_BUDGET");
 
 const QString Max = QStringLiteral("922337203685477");
-const QString TotalTooLarge = QStringLiteral("התקציב הכולל גדול מהערך המקסימלי המותר");
 
 // Thirty box texts: `base`, or `fill` everywhere, but the "index=text" overrides.
 QStringList boxes(QStringList texts, const QStringList& overrides)
@@ -123,7 +122,7 @@ private slots:
         ledger->close();
         QTRY_VERIFY(!ledger);
         main.toolButton(6)->trigger();
-        QCOMPARE(main.budgetWindow()->boxTexts(), QStringList(30, QStringLiteral("0")));
+        QCOMPARE(main.budgetWindow()->boxTexts(), boxes("0"));
     }
 
     void tabWalksTheBoxesInIndexOrderAndEachReadsItsCaption()
@@ -161,10 +160,7 @@ private slots:
             typeInto(window.txtBudgetBranch[size_t(box)], QStringLiteral("0"));
         QTest::mouseClick(window.cmdUpdate, Qt::LeftButton);
         QCOMPARE(m_wedding->count(BudgetSql), 1);
-        QStringList shown(30, QStringLiteral("0"));
-        shown[0] = QStringLiteral("1000");
-        shown[29] = QStringLiteral("-250.5");
-        QCOMPARE(window.boxTexts(), shown);
+        QCOMPARE(window.boxTexts(), boxes("0", {"0=1000", "29=-250.5"}));
         QCOMPARE(window.lblSum->text(), QStringLiteral("749.5"));
     }
 
@@ -176,8 +172,7 @@ private slots:
         m_prompts.expectMessage(PromptIcon::Warning, why);
         ui::BudgetWindow& window = open();
         QCOMPARE(window.lblSum->text(), QStringLiteral("0"));
-        // A save has nowhere to go and says nothing.
-        QTest::mouseClick(window.cmdUpdate, Qt::LeftButton);
+        QTest::mouseClick(window.cmdUpdate, Qt::LeftButton); // a save has nowhere to go and says nothing
     }
 
     void printing_data()
@@ -300,7 +295,7 @@ private slots:
         if (outcome != BudgetLedger::Outcome::Saved)
             return;
         if (sum.isEmpty())
-            m_prompts.expectMessage(PromptIcon::None, TotalTooLarge);
+            m_prompts.expectMessage(PromptIcon::None, QStringLiteral("התקציב הכולל גדול מהערך המקסימלי המותר"));
         QCOMPARE(budget::SumText(budget::SumOfBudget(reloaded, m_prompts)), sum.isEmpty() ? QStringLiteral("0") : sum);
     }
 

@@ -42,7 +42,6 @@ class DesktopTest : public QObject {
 private:
     std::unique_ptr<test::TestWedding> m_wedding;
     test::RunningProgram m_program;
-    test::ScriptedPrompts& m_prompts = m_program.prompts;
 
     ui::MainWindow& start()
     {

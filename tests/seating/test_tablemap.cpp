@@ -246,8 +246,7 @@ private slots:
         QVERIFY(map.tablePlace(5) == QPointF(300, 3000) && map.tablePlace(7) == dropped);
         QVERIFY(iconDrawnAt(map, 7, expectedCell(map, 7)));
 
-        // Switching to the list with changes asks.
-        m_prompts.expectMapSaveQuestion(PromptAnswer::Ok);
+        m_prompts.expectMapSaveQuestion(PromptAnswer::Ok); // switching to the list with changes asks
         map.toolButton(8)->trigger();
         QCOMPARE(ini("TableNum-7"), QStringLiteral("1200, 3600")); // where table 6's icon is, and 10 by 5 pixels on
         map.close(); // in the list view nothing is asked
@@ -301,8 +300,7 @@ private slots:
         for (int i = 0; i < 5; ++i)
             m_wedding->addInvitation(test::invitation(families[i], "x", people[i], 1, table[i] ? table[i] : QVariant(),
                                                       "050", i == 3 ? "2" : "1"));
-        QVERIFY(m_program.start(m_wedding->folder()));
-        ui::TableMapWindow& map = m_program.map();
+        ui::TableMapWindow& map = start();
         m_program.chooseGroup(2);
         map.setTablePlace(4, QPointF(3000, 1500));
         map.SaveTablePositions();
