@@ -43,11 +43,7 @@ private:
     std::unique_ptr<test::TestWedding> m_wedding;
     test::RunningProgram m_program;
 
-    ui::MainWindow& start()
-    {
-        m_program.start(m_wedding->folder());
-        return m_program.main();
-    }
+    ui::MainWindow& start() { m_program.start(m_wedding->folder()); return m_program.main(); }
     QTableView& grid() const { return *m_program.main().grid(); }
     int topRow() const { return grid().rowAt(0) + 1; }
     desktop::ui::HelpWindow* helpWindow() const { return m_program.main().findChild<desktop::ui::HelpWindow*>(); }
