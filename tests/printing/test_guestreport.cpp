@@ -53,12 +53,9 @@ const PlacedItem* find(const Page& page, const QString& control, int record = -1
 
 bool hasInk(const QImage& image)
 {
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (qGray(image.pixel(x, y)) < 128)
-                return true;
-        }
-    }
+    for (int i = 0; i < image.width() * image.height(); ++i)
+        if (qGray(image.pixel(i % image.width(), i / image.width())) < 128)
+            return true;
     return false;
 }
 
@@ -84,49 +81,38 @@ private slots:
         m_wedding->createWedding(100);
     }
 
-    void pagesFollowTheRows_data()
-    {
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<int>("pages");
-        QTest::addColumn<QList<int>>("pageOfRow"); // rows 1, 39, 40 and the last
-        QTest::newRow("no rows: one numbered page") << 0 << 1 << QList<int>{};
-        QTest::newRow("1 row") << 1 << 1 << QList<int>{1, 1, 1, 1};
-        QTest::newRow("39 rows: the summary alone on a second page") << 39 << 2 << QList<int>{1, 1, 1, 1};
-        QTest::newRow("40 rows") << 40 << 2 << QList<int>{1, 1, 2, 2};
-        QTest::newRow("400 rows") << 400 << 10 << QList<int>{1, 1, 2, 10};
-    }
-
+    // No rows: one numbered page; 39 rows: the summary alone on a second page.
     void pagesFollowTheRows()
     {
-        QFETCH(int, rows);
-        QFETCH(int, pages);
-        QFETCH(QList<int>, pageOfRow);
-        const LaidOutReport laidOut = layOut(build(manyGuests(rows)).report);
-        QCOMPARE(int(laidOut.pages.size()), pages);
-        std::vector<int> pageOf(size_t(rows), 0);
-        QSet<int> summaryPages;
-        for (int p = 0; p < pages; ++p) {
-            const Page& page = laidOut.pages[size_t(p)];
-            const PlacedItem* number = find(page, QStringLiteral("lblPageNum"));
-            QVERIFY(number && find(page, QStringLiteral("lblFamilyName")));
-            QCOMPARE(number->text, QStringLiteral("Page %1 of %2").arg(p + 1).arg(pages));
-            QCOMPARE(find(page, QStringLiteral("lblReport")) != nullptr, p == 0);
-            for (const PlacedItem& item : page.items) {
-                const bool summary = item.control.startsWith(QLatin1String("lblTota")) || item.control == u"lblSumOfPresents";
-                if (item.record >= 0)
-                    pageOf[size_t(item.record)] = p + 1;
-                if (item.record >= 0 || summary)
-                    QVERIFY(item.rect.bottom() < number->rect.top());
-                if (summary || item.control == u"Label1")
-                    summaryPages << p + 1;
+        // The pages of rows 1, 39, 40 and the last.
+        for (const auto& [rows, pages, pageOfRow] : {std::tuple(0, 1, QList<int>{}), {1, 1, {1, 1, 1, 1}}, {39, 2, {1, 1, 1, 1}},
+                                                     {40, 2, {1, 1, 2, 2}}, {400, 10, {1, 1, 2, 10}}}) {
+            const auto label = qScopeGuard([&] { if (QTest::currentTestFailed()) qWarning("%d rows", rows); });
+            const LaidOutReport laidOut = layOut(build(manyGuests(rows)).report);
+            QCOMPARE(int(laidOut.pages.size()), pages);
+            std::vector<int> pageOf(size_t(rows), 0);
+            QSet<int> summaryPages;
+            for (int p = 0; p < pages; ++p) {
+                const Page& page = laidOut.pages[size_t(p)];
+                const PlacedItem* number = find(page, QStringLiteral("lblPageNum"));
+                QVERIFY(number && find(page, QStringLiteral("lblFamilyName")));
+                QCOMPARE(number->text, QStringLiteral("Page %1 of %2").arg(p + 1).arg(pages));
+                QCOMPARE(find(page, QStringLiteral("lblReport")) != nullptr, p == 0);
+                for (const PlacedItem& item : page.items) {
+                    const bool summary = item.control.startsWith(QLatin1String("lblTota")) || item.control == u"lblSumOfPresents";
+                    if (item.record >= 0)
+                        pageOf[size_t(item.record)] = p + 1;
+                    if (item.record >= 0 || summary)
+                        QVERIFY(item.rect.bottom() < number->rect.top());
+                    if (summary || item.control == u"Label1")
+                        summaryPages << p + 1;
+                }
             }
+            if (rows > 0)
+                QCOMPARE((QList<int>{pageOf[0], pageOf[size_t(std::min(rows, 39) - 1)], pageOf[size_t(std::min(rows, 40) - 1)],
+                                     pageOf.back()}), pageOfRow);
+            QCOMPARE(summaryPages, QSet<int>{pages}); // whole, after the last row
         }
-        if (rows > 0) {
-            QCOMPARE((QList<int>{pageOf[0], pageOf[size_t(std::min(rows, 39) - 1)],
-                                 pageOf[size_t(std::min(rows, 40) - 1)], pageOf.back()}),
-                     pageOfRow);
-        }
-        QCOMPARE(summaryPages, QSet<int>{pages}); // whole, after the last row
     }
 
     // A not-coming row prints grey and struck through, in twins of the plain cells that stand
@@ -137,18 +123,14 @@ private slots:
         rows[0].cells[4].clear(); // no remark
         rows[1].cells[8].clear(); // no address
         const Page page = layOut(build(rows).report).pages.at(0);
-        QStringList plain, struck;
+        int cells = 0;
         for (const PlacedItem& item : page.items) {
-            if (item.record >= 0)
-                (item.record ? struck : plain) << item.control;
             QCOMPARE(item.font.strikeOut, item.record == 1);
             if (item.record >= 0)
                 QCOMPARE(item.color, item.record ? QColor(0x80, 0x80, 0x80) : QColor(Qt::black));
+            cells += item.record >= 0;
         }
-        QCOMPARE(plain, (QStringList{"txtFamilyName", "txtFirstName", "txtPhones", "txtInvNum", "txtConfirm",
-                                     "txtTableNo", "txtInvStatus", "txtAddress", "txtPresent"}));
-        QCOMPARE(struck, (QStringList{"Text2", "Text1", "Text3", "Text4", "Text5", "Text6", "Text7", "Text8",
-                                      "txtBPresent"}));
+        QCOMPARE(cells, 18); // each in the table below
         QCOMPARE(find(page, QStringLiteral("Text1"), 1)->text, QStringLiteral("רון"));
         const char* columns[][3] = {{"lblFamilyName", "txtFamilyName", "Text2"}, {"lblFirstName", "txtFirstName", "Text1"},
                                     {"lblPhones", "txtPhones", "Text3"},         {"lblInvNum", "txtInvNum", "Text4"},
@@ -160,7 +142,8 @@ private slots:
             QVERIFY2(head, caption);
             for (const auto& [name, record] : {std::pair(cell, 0), std::pair(twin, 1)}) {
                 const PlacedItem* item = find(page, QLatin1String(name), record);
-                if (!item) // the emptied cells
+                QCOMPARE(!item, caption == std::string_view(record ? "Label2" : "lblRemark")); // the emptied cells
+                if (!item)
                     continue;
                 QCOMPARE(std::pair(item->rect.left(), item->rect.width()), std::pair(head->rect.left(), head->rect.width()));
                 QCOMPARE(item->rect.top(), find(page, QStringLiteral("txtFamilyName"), 0)->rect.top() + 270 * record);
@@ -222,9 +205,8 @@ private slots:
             QVERIFY2(text.contains(QString::fromUtf8(expected).simplified()), expected);
     }
 
-    // The whole road: the list's print command opens the preview at once, asking nothing; the
-    // user pages through it by keys a screen reader names, prints from it through the print
-    // dialog; closing it lets the rows go.
+    // The list's print command opens the preview at once, asking nothing; the user pages through
+    // it by keys a screen reader names, prints from it through the print dialog; closing it lets the rows go.
     void theListsPrintCommandOpensAPreviewToPrintFrom()
     {
         for (int i = 0; i < 90; ++i)
@@ -277,25 +259,18 @@ private slots:
 
         const auto records = program.state.ReportRs;
         preview->close();
-        QVERIFY(!program.state.ReportRs && !program.state.ReportConn);
-        QVERIFY(!records->isOpen());
-    }
+        QVERIFY(!program.state.ReportRs && !program.state.ReportConn && !records->isOpen());
 
-    // A failed step doesn't stop the report: what could be built shows, then the failure.
-    void aFailureFollowsTheReportItCouldBuild()
-    {
-        m_wedding->addInvitation(test::invitation(QStringLiteral("כהן"), QStringLiteral("דנה"), 2, 1));
-        test::RunningProgram program;
-        QVERIFY(program.start(m_wedding->folder()));
+        // A failed step doesn't stop the report: what could be built shows, then the failure.
         const QString database = program.state.databaseFile();
         QVERIFY(QFile::remove(database));
-        program.prompts.expectMessage(PromptIcon::Warning,
-                                      QStringLiteral("לא ניתן למצוא את הקובץ '%1'.").arg(database));
-        program.main().toolButton(8)->trigger();
+        program.prompts.expectMessage(PromptIcon::Warning, QStringLiteral("לא ניתן למצוא את הקובץ '%1'.").arg(database));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the closed preview is gone
+        main.toolButton(8)->trigger();
         QVERIFY(program.prompts.verifyDone());
-        auto* preview = program.main().findChild<ui::ReportPreview*>();
+        preview = main.findChild<ui::ReportPreview*>();
         QVERIFY(preview && preview->isVisible());
-        QCOMPARE(preview->report().dataSource->recordCount(), 1);
+        QCOMPARE(preview->report().dataSource->recordCount(), 90);
     }
 };
 
