@@ -114,12 +114,8 @@ private slots:
     {
         const auto paint = [](bool fromField) {
             PlacedItem item;
-            item.rect = QRect(0, 0, 3800, 465);
-            item.text = QStringLiteral("12 Rue de la Paix, Paris");
-            item.font.points = 12;
-            item.alignment = TextAlign::Right;
-            item.color = Qt::black;
-            item.fromField = fromField;
+            std::tie(item.rect, item.text, item.font.points, item.alignment, item.color, item.fromField) =
+                std::tuple(QRect(0, 0, 3800, 465), "12 Rue de la Paix, Paris", 12, TextAlign::Right, Qt::black, fromField);
             QImage image(380, 47, QImage::Format_RGB32);
             image.fill(Qt::white);
             QPainter painter(&image);
