@@ -32,25 +32,15 @@ private:
     WeddingState& state() { return m_wedding->state; }
     QString designs() const { return printing::DesignFolder(m_wedding->state.AppPath); }
 
-    void writeIni(const QList<std::pair<QString, QString>>& entries)
-    {
-        QVERIFY(WriteIniValues(state().iniFile(), QStringLiteral("Print"), entries));
-    }
+    void writeIni(const QList<std::pair<QString, QString>>& entries) { QVERIFY(WriteIniValues(state().iniFile(), "Print", entries)); }
     std::unique_ptr<PrintDesignWindow> open(qint32 page)
     {
         state().PrintPage = page;
         return std::make_unique<PrintDesignWindow>(state(), m_prompts);
     }
-    template <class T>
-    static T* control(QWidget* window, const char* name)
-    {
-        return window->findChild<T*>(QString::fromLatin1(name));
-    }
+    template <class T> static T* control(QWidget* window, const char* name) { return window->findChild<T*>(QString(name)); }
     static bool visible(QWidget* window, const char* name) { return control<QWidget>(window, name)->isVisibleTo(window); }
-    static QColor textColour(QWidget* window, const char* name)
-    {
-        return control<QLabel>(window, name)->palette().color(QPalette::WindowText);
-    }
+    static QColor textColour(QWidget* w, const char* name) { return control<QLabel>(w, name)->palette().color(QPalette::WindowText); }
 
 private slots:
     void init()
@@ -65,8 +55,7 @@ private slots:
     void scanFilesTakesGifsOnly()
     {
         const struct { QStringList files, folders, taken; } rows[] = {
-            {{}, {}, {}},
-            {{"d.gifx", "notes.txt"}, {"y.GIF"}, {}},
+            {{}, {}, {}}, {{"d.gifx", "notes.txt"}, {"y.GIF"}, {}},
             {{"a.gif", "B.GIF", "c.Gif", "e.png", "gif"}, {"x.gif"}, {"B.GIF", "a.gif", "c.Gif"}}};
         for (const auto& [files, folders, taken] : rows) {
             const auto label = qScopeGuard([&] { if (QTest::currentTestFailed()) qWarning() << "row" << files; });
