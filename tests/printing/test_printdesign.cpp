@@ -20,6 +20,7 @@
 #include <QStringDecoder>
 
 using namespace velmora;
+using printing::NoBackground;
 using printing::ui::PrintDesignWindow;
 
 class PrintDesignTest : public QObject {
@@ -32,15 +33,11 @@ private:
     WeddingState& state() { return m_wedding->state; }
     QString designs() const { return printing::DesignFolder(m_wedding->state.AppPath); }
 
-    void writeIni(const QList<std::pair<QString, QString>>& entries) { QVERIFY(WriteIniValues(state().iniFile(), "Print", entries)); }
-    std::unique_ptr<PrintDesignWindow> open(qint32 page)
-    {
-        state().PrintPage = page;
-        return std::make_unique<PrintDesignWindow>(state(), m_prompts);
-    }
+    void writeIni(const QList<std::pair<QString, QString>>& keys) { QVERIFY(WriteIniValues(state().iniFile(), "Print", keys)); }
+    auto open(qint32 page) { state().PrintPage = page; return std::make_unique<PrintDesignWindow>(state(), m_prompts); }
     template <class T> static T* control(QWidget* window, const char* name) { return window->findChild<T*>(QString(name)); }
     static bool visible(QWidget* window, const char* name) { return control<QWidget>(window, name)->isVisibleTo(window); }
-    static QColor textColour(QWidget* w, const char* name) { return control<QLabel>(w, name)->palette().color(QPalette::WindowText); }
+    static QColor textColour(QWidget* w, const char* n) { return control<QLabel>(w, n)->palette().color(QPalette::WindowText); }
 
 private slots:
     void init()
@@ -50,8 +47,7 @@ private slots:
     }
     void cleanup() { m_prompts.verifyDone(); }
 
-    // Only *.gif files, in any case, are taken, listed as found after the entry without a design;
-    // with none, the names of an earlier search stay. Each row adds to the folder.
+    // *.gif in any case, listed as found; with none, an earlier search's names stay. Rows add to the folder.
     void scanFilesTakesGifsOnly()
     {
         const struct { QStringList files, folders, taken; } rows[] = {
@@ -70,8 +66,8 @@ private slots:
             found.sort();
             QCOMPARE(found, taken.isEmpty() ? QStringList{"earlier.gif"} : taken);
             state().NoteStyle = "c.Gif";
-            QCOMPARE(printing::LoadStyles(state()), QStringList(printing::NoBackground) + (taken.isEmpty() ? taken : scan.DesignFiles));
-            QCOMPARE(state().NoteStyle, taken.isEmpty() ? printing::NoBackground : QString("c.Gif"));
+            QCOMPARE(printing::LoadStyles(state()), QStringList(NoBackground) + (taken.isEmpty() ? taken : scan.DesignFiles));
+            QCOMPARE(state().NoteStyle, taken.isEmpty() ? NoBackground : QString("c.Gif"));
         }
     }
 
@@ -85,9 +81,8 @@ private slots:
         QFile whole(shipped.filePath(shipped.entryList({"*.gif"}).first()));
         QVERIFY(whole.open(QIODevice::ReadOnly));
         test::writeFile(designs() + "olive.gif", whole.read(3000)); // a GIF cut short
-        const QString none = printing::NoBackground;
-        for (const auto& [stored, shown] : {std::pair<QString, QString>("rings.gif", "rings.gif"), {"gone.gif", none},
-                                            {"Rings.gif", none}, {"   ", none}}) {
+        for (const auto& [stored, shown] : {std::pair<QString, QString>("rings.gif", "rings.gif"), {"gone.gif", NoBackground},
+                                            {"Rings.gif", NoBackground}, {"   ", NoBackground}}) {
             const auto label = qScopeGuard([&] { if (QTest::currentTestFailed()) qWarning() << "stored" << stored; });
             writeIni({{"Note Background", stored}});
             auto window = open(printing::NotesPage);
@@ -95,8 +90,8 @@ private slots:
             auto* image = control<QLabel>(window.get(), "imgBG");
             QCOMPARE(list->currentItem()->text(), shown);
             QCOMPARE(state().NoteStyle, shown);
-            QCOMPARE(image->isVisibleTo(window.get()), shown != none);
-            QCOMPARE(image->pixmap().isNull(), shown == none);
+            QCOMPARE(image->isVisibleTo(window.get()), shown != NoBackground);
+            QCOMPARE(image->pixmap().isNull(), shown == NoBackground);
 
             // Typed letters pick nothing; a picture that can't be read leaves the preview empty.
             QTest::keyClick(list, Qt::Key_O, Qt::NoModifier);
@@ -106,7 +101,7 @@ private slots:
             list->setCurrentRow(0);
             QVERIFY(!image->isVisibleTo(window.get()));
             control<QPushButton>(window.get(), "cmdPrintNote")->click();
-            QCOMPARE(test::iniValue(state().iniFile(), "Print", "Note Background"), none);
+            QCOMPARE(test::iniValue(state().iniFile(), "Print", "Note Background"), NoBackground);
         }
     }
 
@@ -204,8 +199,7 @@ private slots:
         }
     }
 
-    // A wedding without a design folder gets the designs that come with the program; a
-    // folder that is there is the user's own and stays as it is.
+    // A wedding without a design folder gets the shipped designs; a folder already there is the user's own.
     void newWeddingGetsTheShippedDesigns()
     {
         const QString shipped = QStringLiteral(VELMORA_SOURCE_DIR "/design");
