@@ -34,7 +34,8 @@ guests::GuestRow guest(const QString& family, const QString& first, bool notComi
 
 const PlacedItem* find(const Page& page, const QString& control, int record = -1)
 {
-    const auto at = std::find_if(page.items.begin(), page.items.end(), [&](auto& item) { return item.control == control && item.record == record; });
+    const auto at = std::find_if(page.items.begin(), page.items.end(),
+                                 [&](auto& item) { return item.control == control && item.record == record; });
     return at == page.items.end() ? nullptr : &*at;
 }
 
@@ -102,8 +103,7 @@ private slots:
         }
     }
 
-    // A not-coming row prints grey and struck through, in twins of the plain cells that stand
-    // in the same columns as the plain ones and their captions, one line further down.
+    // A not-coming row prints grey and struck, in twin cells under the same captions, one line further down.
     void notComingRowsPrintGreyAndStruckThroughInTheSameColumns()
     {
         std::vector<guests::GuestRow> rows = {guest("כהן", "דנה"), guest("לוי", "רון", true)};
@@ -165,8 +165,7 @@ private slots:
             QCOMPARE(find(laidOut.pages[0], control, record)->text, text);
     }
 
-    // Every word reaches the paper: captions and cells are one line each, narrowed or cut at
-    // their box's edge, never broken at a blank.
+    // Every word reaches the paper: captions and cells stay one line each, never broken at a blank.
     void aPdfReadsInLogicalOrder()
     {
         std::vector<guests::GuestRow> rows = {guest("כהן", "דנה"), guest("לוי", "רון", true)};
@@ -186,8 +185,7 @@ private slots:
             QVERIFY2(text.contains(QString::fromUtf8(expected).simplified()), expected);
     }
 
-    // The list's print command opens the preview at once, asking nothing; the user pages through
-    // it by keys a screen reader names, prints from it through the print dialog; closing it lets the rows go.
+    // The print command opens a modeless preview at once; keys page it, a screen reader names all, it prints.
     void theListsPrintCommandOpensAPreviewToPrintFrom()
     {
         for (int i = 0; i < 90; ++i)

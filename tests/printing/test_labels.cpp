@@ -103,13 +103,13 @@ private slots:
                     const PlacedItem* item = find(laidOut, control, line);
                     QCOMPARE(item != nullptr, frame && (notes || control[0] == 'S'));
                     if (item)
-                        QCOMPARE(std::pair(item->color, item->borderStyle), std::pair(expected, notes ? BorderStyle::Dotted : BorderStyle::Solid));
+                        QCOMPARE(std::pair(item->color, item->borderStyle),
+                                 std::pair(expected, notes ? BorderStyle::Dotted : BorderStyle::Solid));
                 }
         }
     }
 
-    // An address abroad on a label reads as written, its number in front: a field that begins
-    // with a Latin letter prints as the same text of the program's own would.
+    // A field that begins with a Latin letter (an address abroad) prints as the program's own text would.
     void anAddressAbroadKeepsItsOrder()
     {
         const auto paint = [](bool fromField) {
@@ -125,9 +125,7 @@ private slots:
         QCOMPARE(paint(true), paint(false));
     }
 
-    // Through the command: a modeless preview under its caption, the state's rows behind it,
-    // printed in reading order; a design that can't be read leaves the pictures out and is
-    // told once, after the notes.
+    // Through the command: a modeless preview printed in reading order; an unreadable design is left out, told once.
     void thePreviewAndItsDesign()
     {
         QByteArray png;
@@ -146,8 +144,7 @@ private slots:
         for (const auto& [notes, style, bytes, noDatabase, message] : cases) {
             const auto label = qScopeGuard([&] { if (QTest::currentTestFailed()) qWarning() << "design" << style; });
             WeddingState& s = m_wedding->state;
-            s.NoteStyle = style;
-            s.LabelAddress = true;
+            std::tie(s.NoteStyle, s.LabelAddress) = std::tuple(style, true);
             const QString path = s.AppPath + QStringLiteral("design/") + style;
             QDir().mkpath(bytes.isNull() ? path : s.AppPath + QStringLiteral("design"));
             if (!bytes.isNull())

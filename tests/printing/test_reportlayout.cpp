@@ -28,8 +28,7 @@ std::shared_ptr<RecordSet> rows(int count)
     return records;
 }
 
-// Pages of 1440 between margins of 1000: a header of 200, a footer of 240 and detail bands
-// of 300 leave room for three bands a page and 300 over.
+// 1440 between margins, header 200, footer 240: room for three detail bands of 300 a page, and 300 over.
 Report smallReport(int records)
 {
     Report report;
@@ -37,7 +36,7 @@ Report smallReport(int records)
     report.section(SectionKind::PageHeader).height = 200;
     report.section(SectionKind::PageFooter).height = 240;
     Control& page = report.section(SectionKind::PageFooter).add(Control{});
-    std::tie(page.name, page.caption, page.rect) = std::tuple(QStringLiteral("lblPage"), QStringLiteral("%p/%P"), QRect(0, 0, 1000, 240));
+    std::tie(page.name, page.caption, page.rect) = std::tuple(QString("lblPage"), QString("%p/%P"), QRect(0, 0, 1000, 240));
     Section& detail = report.section(SectionKind::Detail);
     detail.height = 300;
     detail.add(box(QStringLiteral("txtName"), QStringLiteral("NAME"), QRect(0, 0, 1000, 240)));
@@ -53,8 +52,7 @@ class ReportLayoutTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // A record set refuses a value longer than its field, a field it lacks, a new field once open
-    // and work once closed; a refused value leaves its record empty.
+    // Refused: a value too long, an unknown field, a new field once open, work once closed.
     void recordsKeepTheirFieldsAndWidths()
     {
         RecordSet records;
@@ -76,8 +74,7 @@ private slots:
         QCOMPARE(failureOf([&] { records.addNew(); }), 3420);
     }
 
-    // The third band of a page meets the page's end: kept together it goes on whole to the
-    // next page; else its first control stays and the second goes on.
+    // The third band meets the page's end: kept together it moves whole, else only its second control moves.
     void keptTogetherBandsNeverBreak()
     {
         for (const auto& [keepTogether, pagesOfTheThirdBand] : {std::pair(true, QList<int>{1, 1}), {false, {0, 1}}}) {
@@ -124,8 +121,7 @@ private slots:
         QCOMPARE(canvas.EndDoc().pages[0].items.size(), size_t(0));
     }
 
-    // Sections and controls are found by name whatever the case; a box bound to a missing
-    // field fails the layout.
+    // Names are found whatever the case; a box bound to a missing field fails the layout.
     void namesAndFields()
     {
         Report report = smallReport(1);
