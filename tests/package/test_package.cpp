@@ -14,10 +14,7 @@
 using namespace velmora;
 
 namespace {
-struct Ran {
-    int code; // -1 when missing or crashed
-    QString out, err;
-};
+struct Ran { int code; QString out, err; }; // code -1: missing or crashed
 Ran run(const QString& program, const QStringList& arguments, const QStringList& environment = {})
 {
     QProcess process;
@@ -49,8 +46,7 @@ private slots:
         m_files.sort();
     }
 
-    // The program with its designs, menu entry, metadata, icons, manual page and Debian's
-    // notes; the entry and the metadata pass their validators.
+    // Program, designs, menu entry, metadata, icons, manual and notes; entry and metadata pass their validators.
     void theInstalledTree()
     {
         const QString entry = m_usr + "share/applications/il.co.velmora.Velmora.desktop";
@@ -71,8 +67,7 @@ private slots:
         QVERIFY2(checked.code == 0 || checked.code == -1, qPrintable(checked.out)); // -1: not installed
     }
 
-    // The package holds the installed tree and depends on exactly what the program needs;
-    // lintian, where installed, finds no error.
+    // The package holds the installed tree and depends on exactly what it needs; lintian, if there, finds no error.
     void theDebianPackage()
     {
         QTemporaryDir out;
@@ -95,8 +90,7 @@ private slots:
         QVERIFY2(lint.code == 0 || lint.code == -1, qPrintable(lint.out)); // -1: not installed
     }
 
-    // Where the wedding opens, by how the program was started (folders under a home folder,
-    // "/" the root); the title names the folder when it isn't the one started in.
+    // Where the wedding opens, by how it was started; the title names the folder unless it is the one started in.
     void theWeddingsFolder()
     {
         using Row = std::tuple<QStringList, QString, QString>; // arguments, started in, the wedding's folder
@@ -121,16 +115,15 @@ private slots:
         }
     }
 
-    // The built program answers the terminal, help and version even without a display; a
-    // wrong line gets its fault and the usage on the error stream.
+    // Help and version answer without a display; a wrong line gets its fault and the usage on stderr.
     void theCommandLine()
     {
         using Row = std::tuple<QStringList, int, QString>;
-        for (const auto& [arguments, code, shown] : {Row{{"--version"}, 0, product::Title + u' ' + product::version()},
-                                                     Row{{"-h"}, 0, "Usage: velmora [options] [folder]"},
-                                                     Row{{"a", "b"}, 2, "Name one folder only."}, Row{{"--colour"}, 2, "Unknown option 'colour'"}}) {
+        for (const auto& [arguments, code, shown] :
+             {Row{{"--version"}, 0, product::Title + u' ' + product::version()}, Row{{"-h"}, 0, "Usage: velmora [options] [folder]"},
+              Row{{"a", "b"}, 2, "Name one folder only."}, Row{{"--colour"}, 2, "Unknown option 'colour'"}}) {
             const auto label = qScopeGuard([&] { if (QTest::currentTestFailed()) qWarning() << arguments; });
-            const Ran ran = run(VELMORA_PROGRAM, arguments, {"DISPLAY=", code == 0 ? "QT_QPA_PLATFORM=xcb" : "QT_QPA_PLATFORM=offscreen"});
+            const Ran ran = run(VELMORA_PROGRAM, arguments, {"DISPLAY=", QStringLiteral("QT_QPA_PLATFORM=") + (code ? "offscreen" : "xcb")});
             QCOMPARE(ran.code, code);
             const QString said = code == 0 ? ran.out : ran.err;
             QVERIFY2(said.contains(shown) && (code == 0 || said.contains("Usage: velmora")), qPrintable(ran.out + ran.err));

@@ -1,5 +1,4 @@
-// Faults met for real: a full disk under every write, a read-only file and folder, a locked database, two
-// copies on one wedding. Each gets its message, or none where settings just don't persist; what was stored stays.
+// Real faults: a full disk, read-only files, a locked database, two copies. Each gets its message; stored data stays.
 #include "FullDisk.h"
 #include "RunningProgram.h"
 #include "TestMain.h"
@@ -38,10 +37,7 @@ std::map<QString, QByteArray> snapshot(const QString& folder)
     return files;
 }
 
-void sqlite3(const QString& file, const QString& sql)
-{
-    QProcess::execute(QStringLiteral("sqlite3"), {file, sql});
-}
+void sqlite3(const QString& file, const QString& sql) { QProcess::execute(QStringLiteral("sqlite3"), {file, sql}); }
 
 // Two invitations, a budget and a table's place, as a user has them after an evening.
 void fill(test::TestWedding& wedding)
@@ -71,8 +67,7 @@ void applyOptions(Program& program, const QString& = {})
     guests::ApplyOptions(program.state, options);
 }
 
-// Creation and upgrade happen at start, the others in a program started normally; no
-// message: the write fails without a word.
+// Creation and upgrade happen at start, the rest in a running program; no message: the write fails silently.
 const struct { const char* name; void (*run)(Program&, const QString& folder); QString message, caption; } Writes[] = {
     {"creation", [](Program& p, const QString& folder) { QVERIFY(!p.start(folder)); },
      QStringLiteral("!ארעה שגיאה קריטית בתהליך יצירת התוכנה") + Critical, Upgrading},
@@ -141,9 +136,7 @@ private slots:
             program.windows->main->hide(); // nothing more to save on the way out
     }
 
-    // The wedding opens and reads as always (unless another holds it whole: then the
-    // lock's own failure, and nothing ends); a change is refused with its reason;
-    // settings that can't be written don't persist.
+    // The wedding opens as always (an exclusive lock: its warning); a change is refused with its reason.
     void refused_data()
     {
         QTest::addColumn<QString>("fault");

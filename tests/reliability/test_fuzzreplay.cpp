@@ -1,5 +1,4 @@
-// Every fuzz input kept in the repository, the seeds and each crash once found, goes
-// through the same entry as under the fuzzer; a reader that fails again stops the test.
+// Every kept fuzz input, seeds and past crashes, goes through the same entry as under the fuzzer.
 #include "Entries.h"
 #include "TestMain.h"
 
