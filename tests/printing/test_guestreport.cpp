@@ -149,10 +149,9 @@ private slots:
             fields.insert({{"PRESENT", present}, {"PRESENT_TYPE", 1}});
             m_wedding->addInvitation(fields);
         }
-        test::ScriptedPrompts prompts;
         s.CurGroup = QStringLiteral("חברים");
-        const guests::ListOutcome shown = guests::InitList(s, prompts, m_model, s.CurGroup,
-                                                           QStringLiteral("FAMILY_NAME"), guests::ListView{});
+        test::ScriptedPrompts prompts;
+        const auto shown = guests::InitList(s, prompts, m_model, s.CurGroup, QStringLiteral("FAMILY_NAME"), guests::ListView{});
         const GuestReport built = buildGuestReport(s, m_model, shown.caption);
         QVERIFY(!built.lastFailure);
         const LaidOutReport laidOut = layOut(built.report);
@@ -225,8 +224,7 @@ private slots:
         program.prompts.expectPrinter(std::nullopt); // cancelled: nothing, and no word
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::ControlModifier);
         PrinterRequest toFile;
-        toFile.outputFile = m_wedding->folder() + QStringLiteral("/list.pdf");
-        toFile.paper = QPageSize(QPageSize::A5); // laid out again for it
+        std::tie(toFile.outputFile, toFile.paper) = std::tuple(m_wedding->folder() + "/list.pdf", QPageSize(QPageSize::A5)); // laid out anew
         program.prompts.expectPrinter(toFile);
         preview->printAction()->trigger();
         QVERIFY(program.prompts.verifyDone());

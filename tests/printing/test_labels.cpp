@@ -7,12 +7,12 @@
 #include "printing/LabelReports.h"
 #include "printing/PagePainter.h"
 #include "printing/ui/LabelPreviews.h"
+#include "printing/ui/PrinterTarget.h"
 #include "printing/ui/ReportPreview.h"
 
 #include <QBuffer>
 #include <QDir>
 #include <QPainter>
-#include <QPrinter>
 
 using namespace velmora;
 using namespace velmora::printing;
@@ -164,12 +164,11 @@ private slots:
             for (const char* image : {"BgImg_1", "BgImg_2"}) // the odd last line too
                 QCOMPARE(find(laidOut, image, 1) != nullptr, message.isEmpty() && style != NoBackground);
 
-            QPrinter printer(QPrinter::HighResolution);
-            printer.setOutputFormat(QPrinter::PdfFormat);
-            printer.setOutputFileName(m_wedding->folder() + QStringLiteral("/sheet.pdf"));
-            QVERIFY(ui::printReport(preview->report(), printer));
+            PrinterRequest pdf;
+            pdf.outputFile = m_wedding->folder() + QStringLiteral("/sheet.pdf");
+            QVERIFY(ui::printReport(preview->report(), *ui::printerFor(pdf)));
             // pdftotext moves the blank beside a number within a line into the number's run.
-            const QString text = test::pdfText(printer.outputFileName()).remove(u' ');
+            const QString text = test::pdfText(pdf.outputFile).remove(u' ');
             for (const char* line : {"דנהכהן", "AnnaSmith", notes ? "שולחןמס'3" : "הרצל2חיפה"})
                 QVERIFY2(text.contains(QString::fromUtf8(line)), qPrintable(text));
 

@@ -88,8 +88,7 @@ private slots:
             auto window = open(printing::NotesPage);
             auto* list = control<QListWidget>(window.get(), "lstStyles");
             auto* image = control<QLabel>(window.get(), "imgBG");
-            QCOMPARE(list->currentItem()->text(), shown);
-            QCOMPARE(state().NoteStyle, shown);
+            QCOMPARE(std::pair(list->currentItem()->text(), state().NoteStyle), std::pair(shown, shown));
             QCOMPARE(image->isVisibleTo(window.get()), shown != NoBackground);
             QCOMPARE(image->pixmap().isNull(), shown == NoBackground);
 
@@ -213,8 +212,7 @@ private slots:
             const QSize size = reader.size();
             QVERIFY2(qAbs(double(size.width()) / size.height() - 3960.0 / 2025) < 0.01, qPrintable(name));
         }
-        QCOMPARE(QDir(state().AppPath).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-                 QStringList{"design"});
+        QCOMPARE(QDir(state().AppPath).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{"design"});
 
         QVERIFY(QFile::remove(designs() + names.first()));
         test::writeFile(designs() + "ours.gif", "GIF89a");

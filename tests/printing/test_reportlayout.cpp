@@ -106,9 +106,7 @@ private slots:
         const int next = canvas.CurrentY;
         std::tie(canvas.FontSize, canvas.FontBold) = std::pair(8.28, false);
         canvas.Print(QStringLiteral("Velmora"));
-        QImage icon(32, 32, QImage::Format_ARGB32);
-        icon.fill(Qt::red);
-        canvas.PaintPicture(icon, 900, 1700);
+        canvas.PaintPicture(QImage(32, 32, QImage::Format_ARGB32), 900, 1700);
         const LaidOutReport done = canvas.EndDoc();
         QCOMPARE(done.pages.size(), size_t(1));
         const auto& items = done.pages[0].items;

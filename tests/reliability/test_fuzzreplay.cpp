@@ -1,6 +1,7 @@
 // Every kept fuzz input, seeds and past crashes, goes through the same entry as under the fuzzer.
 #include "Entries.h"
 #include "TestMain.h"
+#include "TestWedding.h"
 
 #include <QDir>
 
@@ -18,9 +19,7 @@ private slots:
                           .entryInfoList({QLatin1String(name) + QStringLiteral("-*")}, QDir::Files);
             QVERIFY2(!inputs.isEmpty(), "no inputs kept");
             for (const QFileInfo& input : inputs) {
-                QFile file(input.filePath());
-                QVERIFY(file.open(QIODevice::ReadOnly));
-                const QByteArray bytes = file.readAll();
+                const QByteArray bytes = velmora::test::fileBytes(input.filePath());
                 entry(reinterpret_cast<const uint8_t*>(bytes.constData()), size_t(bytes.size()));
             }
         }
