@@ -14,10 +14,7 @@
 using namespace velmora;
 
 namespace {
-struct Ran {
-    int code; // -1 when missing or crashed
-    QString out, err;
-};
+struct Ran { int code; QString out, err; }; // code -1: missing or crashed
 Ran run(const QString& program, const QStringList& arguments, const QStringList& environment = {})
 {
     QProcess process;
@@ -49,8 +46,7 @@ private slots:
         m_files.sort();
     }
 
-    // The program with its designs, menu entry, metadata, icons, manual page and Debian's
-    // notes; the entry and the metadata pass their validators.
+    // Program, designs, menu entry, metadata, icons, manual and notes; entry and metadata pass their validators.
     void theInstalledTree()
     {
         const QString entry = m_usr + "share/applications/il.co.velmora.Velmora.desktop";
@@ -71,8 +67,7 @@ private slots:
         QVERIFY2(checked.code == 0 || checked.code == -1, qPrintable(checked.out)); // -1: not installed
     }
 
-    // The package holds the installed tree and depends on exactly what the program needs;
-    // lintian, where installed, finds no error.
+    // The package holds the installed tree and depends on exactly what it needs; lintian, if there, finds no error.
     void theDebianPackage()
     {
         QTemporaryDir out;
@@ -95,62 +90,44 @@ private slots:
         QVERIFY2(lint.code == 0 || lint.code == -1, qPrintable(lint.out)); // -1: not installed
     }
 
-    // Where the wedding opens, by how the program was started (folders under a home folder,
-    // "/" the root); the title names the folder when it isn't the one started in.
-    void theWeddingsFolder_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("startedIn");
-        QTest::addColumn<QString>("wedding");
-        QTest::newRow("from the menu") << QStringList{"--documents"} << "work" << "Documents/Velmora";
-        QTest::newRow("in the home folder") << QStringList{} << "" << "Documents/Velmora";
-        QTest::newRow("in the root folder") << QStringList{} << "/" << "Documents/Velmora";
-        QTest::newRow("in a folder of its own") << QStringList{} << "work" << "work";
-        QTest::newRow("a folder named, made") << QStringList{"new/wedding"} << "work" << "work/new/wedding";
-        QTest::newRow("the home folder named") << QStringList{"."} << "" << "";
-    }
+    // Where the wedding opens, by how it was started; the title names the folder unless it is the one started in.
     void theWeddingsFolder()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, startedIn);
-        QFETCH(QString, wedding);
-        QTemporaryDir home;
-        const QDir at(home.path());
-        at.mkpath(QStringLiteral("work"));
-        const QString started = startedIn == u"/" ? startedIn : QDir::cleanPath(at.filePath(startedIn));
-        const QString folder = QDir::cleanPath(at.filePath(wedding));
-        const CommandLine line = ReadCommandLine(QStringList{"velmora"} + arguments);
-        test::RunningProgram program;
-        program.prompts.expectMessage(PromptIcon::None, QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה."));
-        program.windows = ui::StartIn(program.state, program.prompts,
-                                      WeddingFolder(line, started, home.path(), at.filePath("Documents")), started);
-        QVERIFY(line.starts() && program.windows && program.prompts.verifyDone());
-        QVERIFY(QFileInfo::exists(folder + QStringLiteral("/Velmora.mdb")));
-        const QString caption = QStringLiteral("רשימת מוזמנים");
-        QCOMPARE(program.main().windowTitle(), folder == started ? caption : caption + QStringLiteral(" - \u200E") + folder);
+        using Row = std::tuple<QStringList, QString, QString>; // arguments, started in, the wedding's folder
+        for (const auto& [arguments, startedIn, wedding] :
+             {Row{{"--documents"}, "work", "Documents/Velmora"}, Row{{}, "", "Documents/Velmora"}, Row{{}, "/", "Documents/Velmora"},
+              Row{{}, "work", "work"}, Row{{"new/wedding"}, "work", "work/new/wedding"}, Row{{"."}, "", ""}}) {
+            const auto label = qScopeGuard([&] { if (QTest::currentTestFailed()) qWarning() << arguments << "in" << startedIn; });
+            QTemporaryDir home;
+            const QDir at(home.path());
+            at.mkpath(QStringLiteral("work"));
+            const QString started = startedIn == u"/" ? startedIn : QDir::cleanPath(at.filePath(startedIn));
+            const QString folder = QDir::cleanPath(at.filePath(wedding));
+            const CommandLine line = ReadCommandLine(QStringList{"velmora"} + arguments);
+            test::RunningProgram program;
+            program.prompts.expectMessage(PromptIcon::None, QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה."));
+            program.windows = ui::StartIn(program.state, program.prompts,
+                                          WeddingFolder(line, started, home.path(), at.filePath("Documents")), started);
+            QVERIFY(line.starts() && program.windows && program.prompts.verifyDone());
+            QVERIFY(QFileInfo::exists(folder + QStringLiteral("/Velmora.mdb")));
+            const QString caption = QStringLiteral("רשימת מוזמנים");
+            QCOMPARE(program.main().windowTitle(), folder == started ? caption : caption + QStringLiteral(" - \u200E") + folder);
+        }
     }
 
-    // The built program answers the terminal, help and version even without a display; a
-    // wrong line gets its fault and the usage on the error stream.
-    void theCommandLine_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<int>("code");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("version") << QStringList{"--version"} << 0 << product::Title + u' ' + product::version();
-        QTest::newRow("help") << QStringList{"-h"} << 0 << "Usage: velmora [options] [folder]";
-        QTest::newRow("two folders") << QStringList{"a", "b"} << 2 << "Name one folder only.";
-        QTest::newRow("unknown option") << QStringList{"--colour"} << 2 << "Unknown option 'colour'";
-    }
+    // Help and version answer without a display; a wrong line gets its fault and the usage on stderr.
     void theCommandLine()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(int, code);
-        QFETCH(QString, shown);
-        const Ran ran = run(VELMORA_PROGRAM, arguments, {"DISPLAY=", code == 0 ? "QT_QPA_PLATFORM=xcb" : "QT_QPA_PLATFORM=offscreen"});
-        QCOMPARE(ran.code, code);
-        const QString said = code == 0 ? ran.out : ran.err;
-        QVERIFY2(said.contains(shown) && (code == 0 || said.contains("Usage: velmora")), qPrintable(ran.out + ran.err));
+        using Row = std::tuple<QStringList, int, QString>;
+        for (const auto& [arguments, code, shown] :
+             {Row{{"--version"}, 0, product::Title + u' ' + product::version()}, Row{{"-h"}, 0, "Usage: velmora [options] [folder]"},
+              Row{{"a", "b"}, 2, "Name one folder only."}, Row{{"--colour"}, 2, "Unknown option 'colour'"}}) {
+            const auto label = qScopeGuard([&] { if (QTest::currentTestFailed()) qWarning() << arguments; });
+            const Ran ran = run(VELMORA_PROGRAM, arguments, {"DISPLAY=", QStringLiteral("QT_QPA_PLATFORM=") + (code ? "offscreen" : "xcb")});
+            QCOMPARE(ran.code, code);
+            const QString said = code == 0 ? ran.out : ran.err;
+            QVERIFY2(said.contains(shown) && (code == 0 || said.contains("Usage: velmora")), qPrintable(ran.out + ran.err));
+        }
     }
 };
 

@@ -18,23 +18,9 @@
 
 using namespace velmora;
 
-namespace {
-
 const QString Queue = QStringLiteral("Velmora");
 
-bool writeFile(const QString& path, const QString& text, QFile::Permissions permissions = {})
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
-        return false;
-    file.close();
-    return permissions ? file.setPermissions(permissions) : true;
-}
-
-} // namespace
-
-// A real print queue of a CUPS server of the test's own. Its backend keeps each job as the
-// program sent it, so the printed pages can be read back.
+// A real queue on a CUPS server of the test's own, whose backend keeps each job as sent, to be read back.
 class CupsPrintTest : public QObject {
     Q_OBJECT
 
@@ -59,26 +45,20 @@ private:
         for (const char* dir : {"cgi-bin", "daemon", "driver", "filter", "monitor", "notifier"})
             QFile::link(QStringLiteral("/usr/lib/cups/") + QLatin1String(dir), d + QStringLiteral("/bin/") + QLatin1String(dir));
         m_job = d + QStringLiteral("/out/job.pdf");
-        const bool written =
-            writeFile(d + QStringLiteral("/bin/backend/keep"),
-                      QStringLiteral("#!/bin/sh\n"
-                                     "if [ $# -eq 0 ]; then echo 'direct keep \"Unknown\" \"Keeps each job\"'; exit 0; fi\n"
-                                     "out=\"${DEVICE_URI#keep:}\"\n"
-                                     "if [ -n \"$6\" ]; then cat \"$6\" > \"$out.part\"; else cat > \"$out.part\"; fi\n"
-                                     "mv \"$out.part\" \"$out\"\n"),
-                      QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner)
-            && writeFile(d + QStringLiteral("/conf/cupsd.conf"),
-                         QStringLiteral("Listen %1/cups.sock\nLogLevel warn\nWebInterface No\nBrowsing No\n"
-                                        "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n")
-                             .arg(d))
-            && writeFile(d + QStringLiteral("/conf/cups-files.conf"),
-                         QStringLiteral("ServerRoot %1/conf\nRequestRoot %1/spool\nTempDir %1/spool/tmp\n"
-                                        "StateDir %1/state\nCacheDir %1/cache\nServerBin %1/bin\n"
-                                        "DataDir /usr/share/cups\nAccessLog %1/log/access_log\n"
-                                        "ErrorLog %1/log/error_log\nPageLog %1/log/page_log\n")
-                             .arg(d));
-        if (!written)
-            return QStringLiteral("could not write the server's files under ") + d;
+        test::writeFile(d + QStringLiteral("/bin/backend/keep"),
+                        "#!/bin/sh\n"
+                        "if [ $# -eq 0 ]; then echo 'direct keep \"Unknown\" \"Keeps each job\"'; exit 0; fi\n"
+                        "out=\"${DEVICE_URI#keep:}\"\n"
+                        "if [ -n \"$6\" ]; then cat \"$6\" > \"$out.part\"; else cat > \"$out.part\"; fi\n"
+                        "mv \"$out.part\" \"$out\"\n");
+        QFile::setPermissions(d + QStringLiteral("/bin/backend/keep"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        test::writeFile(d + QStringLiteral("/conf/cupsd.conf"),
+                        QStringLiteral("Listen %1/cups.sock\nLogLevel warn\nWebInterface No\nBrowsing No\n"
+                                       "<Location />\n  Order allow,deny\n  Allow all\n</Location>\n").arg(d).toUtf8());
+        test::writeFile(d + QStringLiteral("/conf/cups-files.conf"),
+                        QStringLiteral("ServerRoot %1/conf\nRequestRoot %1/spool\nTempDir %1/spool/tmp\nStateDir %1/state\n"
+                                       "CacheDir %1/cache\nServerBin %1/bin\nDataDir /usr/share/cups\nAccessLog %1/log/access_log\n"
+                                       "ErrorLog %1/log/error_log\nPageLog %1/log/page_log\n").arg(d).toUtf8());
         m_cupsd.setProcessChannelMode(QProcess::MergedChannels);
         m_cupsd.start(cupsd, {"-f", "-c", d + QStringLiteral("/conf/cupsd.conf"), "-s",
                               d + QStringLiteral("/conf/cups-files.conf")});
@@ -88,11 +68,8 @@ private:
         if (!QFile::exists(socket))
             return QStringLiteral("cupsd did not start: ") + QString::fromUtf8(m_cupsd.readAll());
         qputenv("CUPS_SERVER", socket.toUtf8());
-        QProcess admin;
-        admin.start(lpadmin, {"-p", Queue, "-v", QStringLiteral("keep:") + m_job, "-E", "-m", "raw"});
-        admin.waitForFinished(30000);
-        if (admin.exitCode() != 0)
-            return QStringLiteral("lpadmin failed: ") + QString::fromUtf8(admin.readAllStandardError());
+        if (QProcess::execute(lpadmin, {"-p", Queue, "-v", QStringLiteral("keep:") + m_job, "-E", "-m", "raw"}) != 0)
+            return QStringLiteral("lpadmin failed (its error above)");
         return {};
     }
 
@@ -106,13 +83,9 @@ private slots:
 
     void cleanupTestCase()
     {
-        if (m_cupsd.state() != QProcess::NotRunning) {
-            m_cupsd.terminate();
-            if (!m_cupsd.waitForFinished(5000)) {
-                m_cupsd.kill();
-                m_cupsd.waitForFinished(5000);
-            }
-        }
+        m_cupsd.terminate();
+        if (!m_cupsd.waitForFinished(5000))
+            m_cupsd.kill();
     }
 
     void theReportPrintsOnARealQueue()
@@ -121,19 +94,14 @@ private slots:
 
         test::TestWedding wedding;
         wedding.createWedding(40, 12);
-        {
-            store::Database db = wedding.open();
-            store::SampleOptions options;
-            options.invitations = 100;
-            store::fillSampleWedding(db, options);
-        }
+        store::Database db = wedding.open();
+        store::fillSampleWedding(db, {.invitations = 100});
+        db.close();
         test::RunningProgram program;
         QVERIFY(program.start(wedding.folder()));
         program.main().toolButton(8)->trigger();
         auto* preview = program.main().findChild<ui::ReportPreview*>();
-        QVERIFY(preview);
-        const int pages = int(preview->pages().pages.size());
-        QCOMPARE(pages, 3);
+        QVERIFY(preview && preview->pages().pages.size() == 3);
 
         PrinterRequest queue;
         queue.printerName = Queue;
@@ -142,7 +110,7 @@ private slots:
         QVERIFY(program.prompts.verifyDone());
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_job), 30000);
 
-        QCOMPARE(test::pdfPages(m_job), pages);
+        QCOMPARE(test::pdfPages(m_job), 3);
         const QString text = test::pdfText(m_job);
         for (const char* expected : {"רשימה של כל האורחים", "Page 2 of 3", "שם משפחה", "מס' ההזמנות"})
             QVERIFY2(text.contains(QString::fromUtf8(expected)), expected);

@@ -27,38 +27,23 @@ namespace {
 guests::GuestRow guest(const QString& family, const QString& first, bool notComing = false)
 {
     guests::GuestRow row;
-    row.cells = {family, first, QStringLiteral("050-1234567"), QStringLiteral("2"), QStringLiteral("צמחוני"),
-                 notComing ? QStringLiteral("לא") : QStringLiteral("מגיע"), QStringLiteral("12"),
-                 QStringLiteral("נשלחה"), QStringLiteral("הרצל 5, חיפה"), QStringLiteral("₪500")};
+    row.cells = {family, first, "050-1234567", "2", "צמחוני", notComing ? "לא" : "מגיע", "12", "נשלחה", "הרצל 5, חיפה", "₪500"};
     row.notComing = notComing;
     return row;
 }
 
-std::vector<guests::GuestRow> manyGuests(int count)
-{
-    std::vector<guests::GuestRow> rows;
-    for (int i = 0; i < count; ++i)
-        rows.push_back(guest(QStringLiteral("משפחה %1").arg(i + 1), QStringLiteral("פרטי")));
-    return rows;
-}
-
 const PlacedItem* find(const Page& page, const QString& control, int record = -1)
 {
-    for (const PlacedItem& item : page.items) {
-        if (item.control == control && item.record == record)
-            return &item;
-    }
-    return nullptr;
+    const auto at = std::find_if(page.items.begin(), page.items.end(),
+                                 [&](auto& item) { return item.control == control && item.record == record; });
+    return at == page.items.end() ? nullptr : &*at;
 }
 
 bool hasInk(const QImage& image)
 {
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (qGray(image.pixel(x, y)) < 128)
-                return true;
-        }
-    }
+    for (int i = 0; i < image.width() * image.height(); ++i)
+        if (qGray(image.pixel(i % image.width(), i / image.width())) < 128)
+            return true;
     return false;
 }
 
@@ -71,10 +56,10 @@ private:
     std::unique_ptr<test::TestWedding> m_wedding;
     guests::GuestListModel m_model;
 
-    GuestReport build(std::vector<guests::GuestRow> rows, const QString& title = QStringLiteral("רשימה של כל האורחים"))
+    GuestReport build(std::vector<guests::GuestRow> rows)
     {
         m_model.setRows(std::move(rows));
-        return buildGuestReport(m_wedding->state, m_model, title);
+        return buildGuestReport(m_wedding->state, m_model, QStringLiteral("רשימה של כל האורחים"));
     }
 
 private slots:
@@ -84,71 +69,55 @@ private slots:
         m_wedding->createWedding(100);
     }
 
-    void pagesFollowTheRows_data()
-    {
-        QTest::addColumn<int>("rows");
-        QTest::addColumn<int>("pages");
-        QTest::addColumn<QList<int>>("pageOfRow"); // rows 1, 39, 40 and the last
-        QTest::newRow("no rows: one numbered page") << 0 << 1 << QList<int>{};
-        QTest::newRow("1 row") << 1 << 1 << QList<int>{1, 1, 1, 1};
-        QTest::newRow("39 rows: the summary alone on a second page") << 39 << 2 << QList<int>{1, 1, 1, 1};
-        QTest::newRow("40 rows") << 40 << 2 << QList<int>{1, 1, 2, 2};
-        QTest::newRow("400 rows") << 400 << 10 << QList<int>{1, 1, 2, 10};
-    }
-
+    // No rows: one numbered page; 39 rows: the summary alone on a second page.
     void pagesFollowTheRows()
     {
-        QFETCH(int, rows);
-        QFETCH(int, pages);
-        QFETCH(QList<int>, pageOfRow);
-        const LaidOutReport laidOut = layOut(build(manyGuests(rows)).report);
-        QCOMPARE(int(laidOut.pages.size()), pages);
-        std::vector<int> pageOf(size_t(rows), 0);
-        QSet<int> summaryPages;
-        for (int p = 0; p < pages; ++p) {
-            const Page& page = laidOut.pages[size_t(p)];
-            const PlacedItem* number = find(page, QStringLiteral("lblPageNum"));
-            QVERIFY(number && find(page, QStringLiteral("lblFamilyName")));
-            QCOMPARE(number->text, QStringLiteral("Page %1 of %2").arg(p + 1).arg(pages));
-            QCOMPARE(find(page, QStringLiteral("lblReport")) != nullptr, p == 0);
-            for (const PlacedItem& item : page.items) {
-                const bool summary = item.control.startsWith(QLatin1String("lblTota")) || item.control == u"lblSumOfPresents";
-                if (item.record >= 0)
-                    pageOf[size_t(item.record)] = p + 1;
-                if (item.record >= 0 || summary)
-                    QVERIFY(item.rect.bottom() < number->rect.top());
-                if (summary || item.control == u"Label1")
-                    summaryPages << p + 1;
+        // The pages of rows 1, 39, 40 and the last.
+        for (const auto& [rows, pages, pageOfRow] : {std::tuple(0, 1, QList<int>{}), {1, 1, {1, 1, 1, 1}}, {39, 2, {1, 1, 1, 1}},
+                                                     {40, 2, {1, 1, 2, 2}}, {400, 10, {1, 1, 2, 10}}}) {
+            const auto label = qScopeGuard([&] { if (QTest::currentTestFailed()) qWarning("%d rows", rows); });
+            const LaidOutReport laidOut = layOut(build(std::vector(size_t(rows), guest("משפחה", "פרטי"))).report);
+            QCOMPARE(int(laidOut.pages.size()), pages);
+            std::vector<int> pageOf(size_t(rows), 0);
+            QSet<int> summaryPages;
+            for (int p = 0; p < pages; ++p) {
+                const Page& page = laidOut.pages[size_t(p)];
+                const PlacedItem* number = find(page, QStringLiteral("lblPageNum"));
+                QVERIFY(number && find(page, QStringLiteral("lblFamilyName")));
+                QCOMPARE(number->text, QStringLiteral("Page %1 of %2").arg(p + 1).arg(pages));
+                QCOMPARE(find(page, QStringLiteral("lblReport")) != nullptr, p == 0);
+                for (const PlacedItem& item : page.items) {
+                    const bool summary = item.control.startsWith(QLatin1String("lblTota")) || item.control == u"lblSumOfPresents";
+                    if (item.record >= 0)
+                        pageOf[size_t(item.record)] = p + 1;
+                    if (item.record >= 0 || summary)
+                        QVERIFY(item.rect.bottom() < number->rect.top());
+                    if (summary || item.control == u"Label1")
+                        summaryPages << p + 1;
+                }
             }
+            if (rows > 0)
+                QCOMPARE((QList<int>{pageOf[0], pageOf[size_t(std::min(rows, 39) - 1)], pageOf[size_t(std::min(rows, 40) - 1)],
+                                     pageOf.back()}), pageOfRow);
+            QCOMPARE(summaryPages, QSet<int>{pages}); // whole, after the last row
         }
-        if (rows > 0) {
-            QCOMPARE((QList<int>{pageOf[0], pageOf[size_t(std::min(rows, 39) - 1)],
-                                 pageOf[size_t(std::min(rows, 40) - 1)], pageOf.back()}),
-                     pageOfRow);
-        }
-        QCOMPARE(summaryPages, QSet<int>{pages}); // whole, after the last row
     }
 
-    // A not-coming row prints grey and struck through, in twins of the plain cells that stand
-    // in the same columns as the plain ones and their captions, one line further down.
+    // A not-coming row prints grey and struck, in twin cells under the same captions, one line further down.
     void notComingRowsPrintGreyAndStruckThroughInTheSameColumns()
     {
         std::vector<guests::GuestRow> rows = {guest("כהן", "דנה"), guest("לוי", "רון", true)};
         rows[0].cells[4].clear(); // no remark
         rows[1].cells[8].clear(); // no address
         const Page page = layOut(build(rows).report).pages.at(0);
-        QStringList plain, struck;
+        int cells = 0;
         for (const PlacedItem& item : page.items) {
-            if (item.record >= 0)
-                (item.record ? struck : plain) << item.control;
             QCOMPARE(item.font.strikeOut, item.record == 1);
             if (item.record >= 0)
                 QCOMPARE(item.color, item.record ? QColor(0x80, 0x80, 0x80) : QColor(Qt::black));
+            cells += item.record >= 0;
         }
-        QCOMPARE(plain, (QStringList{"txtFamilyName", "txtFirstName", "txtPhones", "txtInvNum", "txtConfirm",
-                                     "txtTableNo", "txtInvStatus", "txtAddress", "txtPresent"}));
-        QCOMPARE(struck, (QStringList{"Text2", "Text1", "Text3", "Text4", "Text5", "Text6", "Text7", "Text8",
-                                      "txtBPresent"}));
+        QCOMPARE(cells, 18); // each in the table below
         QCOMPARE(find(page, QStringLiteral("Text1"), 1)->text, QStringLiteral("רון"));
         const char* columns[][3] = {{"lblFamilyName", "txtFamilyName", "Text2"}, {"lblFirstName", "txtFirstName", "Text1"},
                                     {"lblPhones", "txtPhones", "Text3"},         {"lblInvNum", "txtInvNum", "Text4"},
@@ -160,7 +129,8 @@ private slots:
             QVERIFY2(head, caption);
             for (const auto& [name, record] : {std::pair(cell, 0), std::pair(twin, 1)}) {
                 const PlacedItem* item = find(page, QLatin1String(name), record);
-                if (!item) // the emptied cells
+                QCOMPARE(!item, caption == std::string_view(record ? "Label2" : "lblRemark")); // the emptied cells
+                if (!item)
                     continue;
                 QCOMPARE(std::pair(item->rect.left(), item->rect.width()), std::pair(head->rect.left(), head->rect.width()));
                 QCOMPARE(item->rect.top(), find(page, QStringLiteral("txtFamilyName"), 0)->rect.top() + 270 * record);
@@ -176,14 +146,12 @@ private slots:
         for (const auto& [family, people, confirm, group, present] :
              {std::tuple("כהן", 2, 1, "4", "500"), {"לוי", 3, 2, "4", "250"}, {"מזרחי", 4, 0, "4", ""}, {"פרץ", 7, 1, "1", "900"}}) {
             QVariantMap fields = test::invitation(QString::fromUtf8(family), "א", people, confirm, {}, "050", group);
-            fields["PRESENT"] = present;
-            fields["PRESENT_TYPE"] = 1;
+            fields.insert({{"PRESENT", present}, {"PRESENT_TYPE", 1}});
             m_wedding->addInvitation(fields);
         }
-        test::ScriptedPrompts prompts;
         s.CurGroup = QStringLiteral("חברים");
-        const guests::ListOutcome shown = guests::InitList(s, prompts, m_model, s.CurGroup,
-                                                           QStringLiteral("FAMILY_NAME"), guests::ListView{});
+        test::ScriptedPrompts prompts;
+        const auto shown = guests::InitList(s, prompts, m_model, s.CurGroup, QStringLiteral("FAMILY_NAME"), guests::ListView{});
         const GuestReport built = buildGuestReport(s, m_model, shown.caption);
         QVERIFY(!built.lastFailure);
         const LaidOutReport laidOut = layOut(built.report);
@@ -196,35 +164,27 @@ private slots:
             QCOMPARE(find(laidOut.pages[0], control, record)->text, text);
     }
 
-    // Every word reaches the paper: captions and cells are one line each, narrowed or cut at
-    // their box's edge, never broken at a blank.
+    // Every word reaches the paper: captions and cells stay one line each, never broken at a blank.
     void aPdfReadsInLogicalOrder()
     {
-        std::vector<guests::GuestRow> rows = {guest("כהן", "דנה")};
-        rows[0].cells[4] = QStringLiteral("שולחן מס' 12");
-        rows[0].cells[8] = QStringLiteral("הנביאים חיפה");
-        rows[0].cells[9] = QStringLiteral("₪1,250");
-        rows.push_back(guest("לוי", "רון", true));
+        std::vector<guests::GuestRow> rows = {guest("כהן", "דנה"), guest("לוי", "רון", true)};
+        std::tie(rows[0].cells[4], rows[0].cells[8], rows[0].cells[9]) = std::tuple("שולחן מס' 12", "הנביאים חיפה", "₪1,250");
         rows[1].cells[9] = QStringLiteral("₪") + QString(20, u'ס'); // a gift as long as it may be
         m_wedding->state.PresentTotal = 1250;
         const GuestReport built = build(rows);
-        QVERIFY2(!built.lastFailure, built.lastFailure ? qPrintable(built.lastFailure->text()) : "");
+        QVERIFY(!built.lastFailure);
         QCOMPARE(find(layOut(built.report).pages.at(0), QStringLiteral("txtBPresent"), 1)->text, rows[1].cells[9]);
-        const QString path = m_wedding->folder() + QStringLiteral("/report.pdf");
         PrinterRequest pdf;
-        pdf.outputFile = path;
+        pdf.outputFile = m_wedding->folder() + QStringLiteral("/report.pdf");
         QVERIFY(ui::printReport(built.report, *ui::printerFor(pdf)));
-        const QString text = pdfText(path).simplified(); // the PDF keeps one blank of two
-        for (const char* expected :
-             {"רשימה של כל האורחים", "שולחן מס' 12", "₪1,250", "Page 1 of 1", "www.velmora.co.il", "₪1250",
-              "הנביאים חיפה", "מס' ההזמנות", "מס' האנשים שאישרו הגעתם",
-              "מס' האנשים שממתינים לאישורם", "מס' האנשים  שאישרו שאינם מגיעים", "סך כול המתנות הכספיות"})
+        const QString text = pdfText(pdf.outputFile).simplified(); // the PDF keeps one blank of two
+        for (const char* expected : {"רשימה של כל האורחים", "שולחן מס' 12", "₪1,250", "Page 1 of 1", "www.velmora.co.il",
+                                     "₪1250", "הנביאים חיפה", "מס' ההזמנות", "מס' האנשים שאישרו הגעתם", "סך כול המתנות הכספיות",
+                                     "מס' האנשים שממתינים לאישורם", "מס' האנשים  שאישרו שאינם מגיעים"})
             QVERIFY2(text.contains(QString::fromUtf8(expected).simplified()), expected);
     }
 
-    // The whole road: the list's print command opens the preview at once, asking nothing; the
-    // user pages through it by keys a screen reader names, prints from it through the print
-    // dialog; closing it lets the rows go.
+    // The print command opens a modeless preview at once; keys page it, a screen reader names all, it prints.
     void theListsPrintCommandOpensAPreviewToPrintFrom()
     {
         for (int i = 0; i < 90; ++i)
@@ -243,10 +203,7 @@ private slots:
         QCOMPARE(preview->pageCount(), 3);
         QVERIFY(test::activate(preview));
 
-        auto spoken = [](QObject* object) {
-            QAccessibleInterface* face = QAccessible::queryAccessibleInterface(object);
-            return face ? face->text(QAccessible::Name) : QString();
-        };
+        auto spoken = [](QObject* object) { return QAccessible::queryAccessibleInterface(object)->text(QAccessible::Name); };
         auto* counter = preview->findChild<QLabel*>(QStringLiteral("pageNumber"));
         QVERIFY(counter);
         for (const auto& [key, page] : {std::pair(Qt::Key_PageDown, 2), {Qt::Key_PageDown, 3}, {Qt::Key_PageDown, 3},
@@ -267,8 +224,7 @@ private slots:
         program.prompts.expectPrinter(std::nullopt); // cancelled: nothing, and no word
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_P, Qt::ControlModifier);
         PrinterRequest toFile;
-        toFile.outputFile = m_wedding->folder() + QStringLiteral("/list.pdf");
-        toFile.paper = QPageSize(QPageSize::A5); // laid out again for it
+        std::tie(toFile.outputFile, toFile.paper) = std::tuple(m_wedding->folder() + "/list.pdf", QPageSize(QPageSize::A5)); // laid out anew
         program.prompts.expectPrinter(toFile);
         preview->printAction()->trigger();
         QVERIFY(program.prompts.verifyDone());
@@ -277,25 +233,18 @@ private slots:
 
         const auto records = program.state.ReportRs;
         preview->close();
-        QVERIFY(!program.state.ReportRs && !program.state.ReportConn);
-        QVERIFY(!records->isOpen());
-    }
+        QVERIFY(!program.state.ReportRs && !program.state.ReportConn && !records->isOpen());
 
-    // A failed step doesn't stop the report: what could be built shows, then the failure.
-    void aFailureFollowsTheReportItCouldBuild()
-    {
-        m_wedding->addInvitation(test::invitation(QStringLiteral("כהן"), QStringLiteral("דנה"), 2, 1));
-        test::RunningProgram program;
-        QVERIFY(program.start(m_wedding->folder()));
+        // A failed step doesn't stop the report: what could be built shows, then the failure.
         const QString database = program.state.databaseFile();
         QVERIFY(QFile::remove(database));
-        program.prompts.expectMessage(PromptIcon::Warning,
-                                      QStringLiteral("לא ניתן למצוא את הקובץ '%1'.").arg(database));
-        program.main().toolButton(8)->trigger();
+        program.prompts.expectMessage(PromptIcon::Warning, QStringLiteral("לא ניתן למצוא את הקובץ '%1'.").arg(database));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the closed preview is gone
+        main.toolButton(8)->trigger();
         QVERIFY(program.prompts.verifyDone());
-        auto* preview = program.main().findChild<ui::ReportPreview*>();
+        preview = main.findChild<ui::ReportPreview*>();
         QVERIFY(preview && preview->isVisible());
-        QCOMPARE(preview->report().dataSource->recordCount(), 1);
+        QCOMPARE(preview->report().dataSource->recordCount(), 90);
     }
 };
 

@@ -14,10 +14,7 @@ namespace {
 Control box(const QString& name, const QString& field, QRect rect)
 {
     Control c;
-    c.name = name;
-    c.kind = ControlKind::TextBox;
-    c.dataField = field;
-    c.rect = rect;
+    std::tie(c.name, c.kind, c.dataField, c.rect) = std::tuple(name, ControlKind::TextBox, field, rect);
     return c;
 }
 
@@ -31,19 +28,15 @@ std::shared_ptr<RecordSet> rows(int count)
     return records;
 }
 
-// Pages of 1440 between margins of 1000: a header of 200, a footer of 240 and detail bands
-// of 300 leave room for three bands a page and 300 over.
+// 1440 between margins, header 200, footer 240: room for three detail bands of 300 a page, and 300 over.
 Report smallReport(int records)
 {
     Report report;
     report.topMargin = report.bottomMargin = 1000;
     report.section(SectionKind::PageHeader).height = 200;
     report.section(SectionKind::PageFooter).height = 240;
-    Control page;
-    page.name = QStringLiteral("lblPage");
-    page.caption = QStringLiteral("%p/%P");
-    page.rect = QRect(0, 0, 1000, 240);
-    report.section(SectionKind::PageFooter).add(page);
+    Control& page = report.section(SectionKind::PageFooter).add(Control{});
+    std::tie(page.name, page.caption, page.rect) = std::tuple(QString("lblPage"), QString("%p/%P"), QRect(0, 0, 1000, 240));
     Section& detail = report.section(SectionKind::Detail);
     detail.height = 300;
     detail.add(box(QStringLiteral("txtName"), QStringLiteral("NAME"), QRect(0, 0, 1000, 240)));
@@ -59,8 +52,7 @@ class ReportLayoutTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // A record set refuses a value longer than its field, a field it lacks, a new field once open
-    // and work once closed; a refused value leaves its record empty.
+    // Refused: a value too long, an unknown field, a new field once open, work once closed.
     void recordsKeepTheirFieldsAndWidths()
     {
         RecordSet records;
@@ -82,20 +74,18 @@ private slots:
         QCOMPARE(failureOf([&] { records.addNew(); }), 3420);
     }
 
-    // The third band of a page meets the page's end: kept together it goes on whole to the
-    // next page; else its first control stays and the second goes on.
+    // The third band meets the page's end: kept together it moves whole, else only its second control moves.
     void keptTogetherBandsNeverBreak()
     {
         for (const auto& [keepTogether, pagesOfTheThirdBand] : {std::pair(true, QList<int>{1, 1}), {false, {0, 1}}}) {
             Report report = smallReport(3);
             Section& detail = report.section(SectionKind::Detail);
-            detail.height = 380;
-            detail.keepTogether = keepTogether;
+            std::tie(detail.height, detail.keepTogether) = std::pair(380, keepTogether);
             detail.add(box(QStringLiteral("txtSecond"), QStringLiteral("Name"), QRect(0, 140, 1000, 240)));
             detail.add(box(QStringLiteral("txtHidden"), QStringLiteral("Name"), QRect(0, 0, 100, 100))).visible = false;
             const LaidOutReport laidOut = layOut(report, Paper);
             QList<int> pages;
-            for (size_t p = 0; p < laidOut.pages.size(); ++p) {
+            for (size_t p = 0; p < laidOut.pages.size(); ++p)
                 for (const PlacedItem& item : laidOut.pages[p].items) {
                     QVERIFY(item.control != QLatin1String("txtHidden"));
                     if (item.record == 2)
@@ -103,7 +93,6 @@ private slots:
                     if (item.record >= 0)
                         QVERIFY(item.rect.bottom() < Paper.height() - 1000 - 240);
                 }
-            }
             QCOMPARE(pages, pagesOfTheThirdBand);
         }
     }
@@ -112,18 +101,12 @@ private slots:
     void theCanvasPrintsWhereItIsTold()
     {
         PrinterCanvas canvas;
-        canvas.CurrentX = 3700;
-        canvas.CurrentY = 500;
-        canvas.FontSize = 14;
-        canvas.FontBold = true;
+        std::tie(canvas.CurrentX, canvas.CurrentY, canvas.FontSize, canvas.FontBold) = std::tuple(3700, 500, 14, true);
         canvas.Print(QStringLiteral("מפת השולחנות של כל האורחים"));
         const int next = canvas.CurrentY;
-        canvas.FontSize = 8.28;
-        canvas.FontBold = false;
+        std::tie(canvas.FontSize, canvas.FontBold) = std::pair(8.28, false);
         canvas.Print(QStringLiteral("Velmora"));
-        QImage icon(32, 32, QImage::Format_ARGB32);
-        icon.fill(Qt::red);
-        canvas.PaintPicture(icon, 900, 1700);
+        canvas.PaintPicture(QImage(32, 32, QImage::Format_ARGB32), 900, 1700);
         const LaidOutReport done = canvas.EndDoc();
         QCOMPARE(done.pages.size(), size_t(1));
         const auto& items = done.pages[0].items;
@@ -132,13 +115,11 @@ private slots:
         QVERIFY(items[0].font.bold && items[0].font.points == 14);
         QVERIFY(next > 500 + 14 * 20 && next < 500 + 14 * 20 * 2); // one line of 14 points further
         QCOMPARE(items[1].rect.topLeft(), QPoint(0, next));
-        QCOMPARE(items[1].text, QStringLiteral("Velmora"));
         QCOMPARE(items[2].rect, QRect(900, 1700, 480, 480)); // 32 pixels of the screen
         QCOMPARE(canvas.EndDoc().pages[0].items.size(), size_t(0));
     }
 
-    // Sections and controls are found by name whatever the case; a box bound to a missing
-    // field fails the layout.
+    // Names are found whatever the case; a box bound to a missing field fails the layout.
     void namesAndFields()
     {
         Report report = smallReport(1);

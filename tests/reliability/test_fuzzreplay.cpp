@@ -1,7 +1,7 @@
-// Every fuzz input kept in the repository, the seeds and each crash once found, goes
-// through the same entry as under the fuzzer; a reader that fails again stops the test.
+// Every kept fuzz input, seeds and past crashes, goes through the same entry as under the fuzzer.
 #include "Entries.h"
 #include "TestMain.h"
+#include "TestWedding.h"
 
 #include <QDir>
 
@@ -9,27 +9,19 @@ class FuzzReplay : public QObject {
     Q_OBJECT
 
 private slots:
-    void replay_data()
-    {
-        QTest::addColumn<int>("target");
-        for (int i = 0; i < int(std::size(velmora::fuzz::Targets)); ++i)
-            QTest::newRow(velmora::fuzz::Targets[i].name) << i;
-    }
-
     void replay()
     {
-        QFETCH(int, target);
-        const auto& [name, entry] = velmora::fuzz::Targets[target];
-        const QDir fuzz(QStringLiteral(VELMORA_SOURCE_DIR "/fuzz"));
-        QFileInfoList inputs = QDir(fuzz.filePath(QStringLiteral("corpus/") + QLatin1String(name))).entryInfoList(QDir::Files);
-        inputs += QDir(fuzz.filePath(QStringLiteral("regressions")))
-                      .entryInfoList({QLatin1String(name) + QStringLiteral("-*")}, QDir::Files);
-        QVERIFY2(!inputs.isEmpty(), "no inputs kept");
-        for (const QFileInfo& input : inputs) {
-            QFile file(input.filePath());
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const QByteArray bytes = file.readAll();
-            entry(reinterpret_cast<const uint8_t*>(bytes.constData()), size_t(bytes.size()));
+        for (const auto& [name, entry] : velmora::fuzz::Targets) {
+            const auto label = qScopeGuard([&, name = name] { if (QTest::currentTestFailed()) qWarning("target %s", name); });
+            const QDir fuzz(QStringLiteral(VELMORA_SOURCE_DIR "/fuzz"));
+            QFileInfoList inputs = QDir(fuzz.filePath(QStringLiteral("corpus/") + QLatin1String(name))).entryInfoList(QDir::Files);
+            inputs += QDir(fuzz.filePath(QStringLiteral("regressions")))
+                          .entryInfoList({QLatin1String(name) + QStringLiteral("-*")}, QDir::Files);
+            QVERIFY2(!inputs.isEmpty(), "no inputs kept");
+            for (const QFileInfo& input : inputs) {
+                const QByteArray bytes = velmora::test::fileBytes(input.filePath());
+                entry(reinterpret_cast<const uint8_t*>(bytes.constData()), size_t(bytes.size()));
+            }
         }
     }
 };

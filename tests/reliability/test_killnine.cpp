@@ -1,6 +1,4 @@
-// A wedding edited by a child process that is killed with SIGKILL at random moments:
-// after every kill the database is whole, every edit that had returned is in it, the
-// settings file reads whole, and the program starts on the wedding as on any day.
+// Edits in a child killed by SIGKILL at random: every returned edit survives, and the program starts as any day.
 #include "../../tools/EditSchedule.h"
 #include "RunningProgram.h"
 #include "TestMain.h"
