@@ -3,7 +3,6 @@
 #include "app/Prompts.h"
 
 #include <deque>
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -13,8 +12,8 @@ namespace velmora::test {
 struct RecordedPrompt {
     PromptKind kind = PromptKind::Message;
     PromptIcon icon = PromptIcon::None;
-    QString title; // the caption as shown: "Velmora" when none was given
-    QString text;
+    QString title{}; // the caption as shown: "Velmora" when none was given
+    QString text{};
     PromptButtons buttons = PromptButtons::Ok;
     PromptAnswer defaultButton = PromptAnswer::Ok;
     bool leftToRight = false;
@@ -25,7 +24,7 @@ struct RecordedPrompt {
 // expected one, and an expected prompt that never came each fail the running test.
 class ScriptedPrompts : public Prompts {
 public:
-    ~ScriptedPrompts() override;
+    ~ScriptedPrompts() override { verifyDone(); }
 
     ScriptedPrompts& expectMessage(PromptIcon icon, const QString& text, const QString& title = DefaultCaption);
     ScriptedPrompts& expectQuestion(const QString& text, PromptAnswer answer, const QString& title = DefaultCaption,
@@ -61,22 +60,20 @@ public:
 private:
     struct Step {
         RecordedPrompt expected;
-        bool checkDetails = true;
         PromptAnswer answer = PromptAnswer::Ok;
-        QString input;
-        std::optional<QString> path;
-        std::optional<QColor> colour;
-        std::optional<PrinterRequest> printer;
+        QString input{};
+        std::optional<QString> path{};
+        std::optional<QColor> colour{};
+        std::optional<PrinterRequest> printer{};
     };
 
+    ScriptedPrompts& add(Step step);
     std::optional<Step> take(const RecordedPrompt& shown);
-    ScriptedPrompts& expectDialog(PromptKind kind, const std::function<void(Step&)>& answer);
+    PromptResult<QString> fileDialog(PromptKind kind, const FileRequest& request);
 
     std::deque<Step> m_script;
     std::vector<RecordedPrompt> m_history;
     std::vector<FileRequest> m_fileRequests;
 };
-
-QString describe(const RecordedPrompt& prompt);
 
 } // namespace velmora::test
