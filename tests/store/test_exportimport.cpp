@@ -41,12 +41,14 @@ QMap<QString, QByteArray> snapshot(const QString& folder)
     return files;
 }
 
-QString overwriteQuestion(const QString& path)
-{
-    return QStringLiteral("?") + path + QStringLiteral(" האם ברצונך לשכתב");
-}
+// The export command, dialog by dialog: an earlier export may stand at the first path (empty:
+// cancel); `second` is the path given at the settings' dialog, "-" when it never opens, empty
+// for a cancel.
+struct ExportCase { bool earlier; QString first; PromptAnswer overwrite; QString second; bool copied; QString message; };
 
 } // namespace
+
+Q_DECLARE_METATYPE(ExportCase)
 
 class ExportImportTest : public QObject {
     Q_OBJECT
@@ -66,6 +68,11 @@ private:
 
     void start() { QVERIFY(m_program.start(m_wedding->folder())); }
     void trigger(const char* name) { main().action(QString::fromLatin1(name))->trigger(); }
+    void expectOverwrite(const QString& path, PromptAnswer answer)
+    {
+        m_prompts.expectBox(PromptIcon::Information, u'?' + path + QStringLiteral(" האם ברצונך לשכתב"), DefaultCaption,
+                            PromptButtons::YesNo, PromptAnswer::No, answer);
+    }
 
 private slots:
     void init()
@@ -85,48 +92,33 @@ private slots:
 
     void cleanup() { m_program.finish(); }
 
-    // The export command, dialog by dialog. `second` is the path given at the settings'
-    // dialog: "-" when that dialog never opens, empty for a cancel.
     void exportStopsWhereTheUserStops_data()
     {
-        QTest::addColumn<bool>("earlier"); // an earlier export stands at the first path
-        QTest::addColumn<QString>("first"); // empty: cancel
-        QTest::addColumn<PromptAnswer>("overwrite");
-        QTest::addColumn<QString>("second");
-        QTest::addColumn<bool>("databaseCopied");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("both files copied") << false << "w.mdb" << PromptAnswer::No << "w.ini" << true << ExportDone;
-        QTest::newRow("cancel at the first dialog") << false << "" << PromptAnswer::No << "-" << false << "";
-        QTest::newRow("no to the overwrite") << true << "w.mdb" << PromptAnswer::No << "-" << false << "";
-        QTest::newRow("yes to the overwrite") << true << "w.mdb" << PromptAnswer::Yes << "" << true << "";
+        QTest::addColumn<ExportCase>("c");
+        QTest::newRow("both files copied") << ExportCase{false, "w.mdb", PromptAnswer::No, "w.ini", true, ExportDone};
+        QTest::newRow("cancel at the first dialog") << ExportCase{false, "", PromptAnswer::No, "-", false, ""};
+        QTest::newRow("no to the overwrite") << ExportCase{true, "w.mdb", PromptAnswer::No, "-", false, ""};
+        QTest::newRow("yes to the overwrite") << ExportCase{true, "w.mdb", PromptAnswer::Yes, "", true, ""};
         // Both copies fail; the first failure is told once, after the second dialog.
-        QTest::newRow("both copies fail") << false << "gone/w.mdb" << PromptAnswer::No << "gone/w.ini" << false
-                                          << "!פעולת יצוא מבנה הנתונים נכשלה\r\nהנתיב '%1' לא נמצא.";
+        QTest::newRow("both copies fail") << ExportCase{false, "gone/w.mdb", PromptAnswer::No, "gone/w.ini", false,
+            QStringLiteral("!פעולת יצוא מבנה הנתונים נכשלה\r\nהנתיב '%1' לא נמצא.").arg(away("gone/w.mdb"))};
     }
 
     void exportStopsWhereTheUserStops()
     {
-        QFETCH(bool, earlier);
-        QFETCH(QString, first);
-        QFETCH(PromptAnswer, overwrite);
-        QFETCH(QString, second);
-        QFETCH(bool, databaseCopied);
-        QFETCH(QString, message);
+        QFETCH(ExportCase, c);
+        const auto& [earlier, first, overwrite, second, databaseCopied, message] = c;
         const QByteArray earlierBytes("an earlier export");
         if (earlier)
             writeFile(away("w.mdb"), earlierBytes);
         start();
         m_prompts.expectSaveFile(first.isEmpty() ? std::nullopt : std::optional(away(first)));
-        if (earlier) {
-            m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away(first)), DefaultCaption,
-                                PromptButtons::YesNo, PromptAnswer::No, overwrite);
-        }
+        if (earlier)
+            expectOverwrite(away(first), overwrite);
         if (second != u"-")
             m_prompts.expectSaveFile(second.isEmpty() ? std::nullopt : std::optional(away(second)));
-        if (!message.isEmpty()) {
-            m_prompts.expectMessage(message.startsWith(u'!') ? PromptIcon::Warning : PromptIcon::None,
-                                    message.contains(u'%') ? message.arg(away(first)) : message);
-        }
+        if (!message.isEmpty())
+            m_prompts.expectMessage(message.startsWith(u'!') ? PromptIcon::Warning : PromptIcon::None, message);
         trigger("mnuExportDB");
 
         QMap<QString, QByteArray> left; // and no copy left half-way, no folder made
@@ -145,68 +137,58 @@ private slots:
 
     // The real dialogs: the filters as Qt takes them, the proposed name in the folder given,
     // and no question of the dialog's own before the program's.
-    void theRealDialogsShowTheFiltersAndTheProposedName_data()
-    {
-        QTest::addColumn<bool>("exporting");
-        QTest::addColumn<QString>("fileName");
-        QTest::addColumn<QStringList>("filters");
-        QTest::newRow("export of the database") << true << "Velmora.mdb" << QStringList{"Microsoft Database (*.mdb)"};
-        QTest::newRow("import of the settings")
-            << false << "velmora.ini" << QStringList{"Windows Ini - File (*.ini)", "Backup File (*.old)"};
-    }
-
     void theRealDialogsShowTheFiltersAndTheProposedName()
     {
-        QFETCH(bool, exporting);
-        QFETCH(QString, fileName);
-        QFETCH(QStringList, filters);
         ui::QtPrompts prompts;
         QStringList shown; // filters, then the proposed file
         bool asksItself = true;
-        test::NextModal dialog([&](QWidget* modal) {
-            auto* files = static_cast<QFileDialog*>(modal);
-            shown = files->nameFilters() << files->selectedFiles().value(0);
-            asksItself = !files->testOption(QFileDialog::DontConfirmOverwrite);
-            QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
-        });
-        PendingFailure pending;
-        QString folder = m_away.path();
-        QVERIFY(!(exporting ? store::ExportFile(m_wedding->state, prompts, fileName, pending, folder)
-                            : store::ImportFile(m_wedding->state, prompts, fileName, pending, folder)));
-        QCOMPARE(shown, filters << away(fileName));
-        QVERIFY(!pending && !(exporting && asksItself));
+        for (const bool exporting : {true, false}) {
+            const QString fileName = exporting ? "Velmora.mdb" : "velmora.ini";
+            test::NextModal dialog([&](QWidget* modal) {
+                auto* files = static_cast<QFileDialog*>(modal);
+                shown = files->nameFilters() << files->selectedFiles().value(0);
+                asksItself = !files->testOption(QFileDialog::DontConfirmOverwrite);
+                QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+            });
+            PendingFailure pending;
+            QString folder = m_away.path();
+            QVERIFY(!(exporting ? store::ExportFile(m_wedding->state, prompts, fileName, pending, folder)
+                                : store::ImportFile(m_wedding->state, prompts, fileName, pending, folder)));
+            QCOMPARE(shown, (exporting ? QStringList{"Microsoft Database (*.mdb)"}
+                                       : QStringList{"Windows Ini - File (*.ini)", "Backup File (*.old)"})
+                                << away(fileName));
+            QVERIFY(!pending && !(exporting && asksItself));
+        }
     }
 
     void importStopsQuietlyAndKeepsWhatWasCopied_data()
     {
-        QTest::addColumn<PromptAnswer>("answer");
-        QTest::addColumn<QString>("database"); // chosen in the first dialog; empty: cancel
-        QTest::addColumn<bool>("databaseReplaced");
-        QTest::newRow("no to the warning") << PromptAnswer::No << QString() << false;
-        QTest::newRow("cancel at the first dialog") << PromptAnswer::Yes << QString() << false;
+        QTest::addColumn<QString>("database"); // chosen in the first dialog; empty: cancel, "-": No to the warning
+        QTest::newRow("no to the warning") << "-";
+        QTest::newRow("cancel at the first dialog") << "";
         // Nothing in the folder changes, the earlier backup included.
-        QTest::newRow("a typed path that isn't there") << PromptAnswer::Yes << "typed by hand.mdb" << false;
+        QTest::newRow("a typed path that isn't there") << "typed by hand.mdb";
         // No rollback: the database stays replaced, with its backup beside it.
-        QTest::newRow("cancel at the second dialog") << PromptAnswer::Yes << "other" << true;
+        QTest::newRow("cancel at the second dialog") << "other";
     }
 
     void importStopsQuietlyAndKeepsWhatWasCopied()
     {
-        QFETCH(PromptAnswer, answer);
         QFETCH(QString, database);
-        QFETCH(bool, databaseReplaced);
+        const bool databaseReplaced = database == u"other";
         start();
         writeFile(app("velmora.ini.old"), "a backup from before");
         const auto before = snapshot(m_wedding->folder());
-        m_prompts.expectQuestion(ImportQuestion, answer, QStringLiteral("אזהרת מערכת"));
-        if (answer == PromptAnswer::Yes) {
+        m_prompts.expectQuestion(ImportQuestion, database == u"-" ? PromptAnswer::No : PromptAnswer::Yes,
+                                 QStringLiteral("אזהרת מערכת"));
+        if (database != u"-") {
             m_prompts.expectOpenFile(database.isEmpty() ? std::nullopt
-                                     : database == u"other" ? std::optional(other("Velmora.mdb"))
-                                                            : std::optional(away(database)));
+                                     : databaseReplaced ? std::optional(other("Velmora.mdb"))
+                                                        : std::optional(away(database)));
         }
         if (databaseReplaced)
             m_prompts.expectOpenFile(std::nullopt);
-        else if (!database.isEmpty())
+        else if (!database.isEmpty() && database != u"-")
             m_prompts.expectMessage(PromptIcon::None, SourceMissing);
         trigger("mnuImportDB");
         auto expected = before;
@@ -223,8 +205,7 @@ private slots:
     {
         start();
         main().openBudget(); // the ledger holds a connection of its own through the imports
-        const QByteArray first = fileBytes(app("Velmora.mdb"));
-        const QByteArray firstSettings = fileBytes(app("velmora.ini"));
+        const auto ours = snapshot(m_wedding->folder()), theirs = snapshot(m_other->folder());
         for (int round = 1; round <= 3; ++round) {
             m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
             m_prompts.expectOpenFile(round == 1 ? other("Velmora.mdb") : app("Velmora.mdb.old"));
@@ -232,10 +213,10 @@ private slots:
             m_prompts.expectMessage(PromptIcon::None, ImportDone);
             trigger("mnuImportDB");
             const bool back = round % 2 == 0;
-            QCOMPARE(fileBytes(app("Velmora.mdb")), back ? first : fileBytes(other("Velmora.mdb")));
-            QCOMPARE(fileBytes(app("Velmora.mdb.old")), back ? fileBytes(other("Velmora.mdb")) : first);
-            QCOMPARE(fileBytes(app("velmora.ini")), back ? firstSettings : fileBytes(other("velmora.ini")));
-            QCOMPARE(fileBytes(app("velmora.ini.old")), back ? fileBytes(other("velmora.ini")) : firstSettings);
+            QMap<QString, QByteArray> expected; // each file in place, the one it replaced as its backup
+            for (const QString& name : ours.keys())
+                expected[name] = (back ? ours : theirs)[name], expected[name + ".old"] = (back ? theirs : ours)[name];
+            QCOMPARE(snapshot(m_wedding->folder()), expected);
             QCOMPARE(rows(), back ? 1 : 3); // the list shows it at once
             // The settings are looked for beside the database chosen.
             QCOMPARE(m_prompts.fileRequests().back().initialDir,
@@ -246,11 +227,9 @@ private slots:
         ui::BudgetWindow* ledger = main().budgetWindow();
         ledger->txtBudgetBranch[0]->setText(QStringLiteral("500"));
         ledger->cmdUpdate_Click();
-        store::Database db = store::Database::open(app("Velmora.mdb"));
-        store::Recordset rs = db.openRecordset(QStringLiteral("select B_DRESS from VELMORA_BUDGET"));
-        QCOMPARE(rs.value(0).value<store::Currency>().toString(), QStringLiteral("500"));
-        QCOMPARE(snapshot(m_wedding->folder()).keys(),
-                 QStringList({"Velmora.mdb", "Velmora.mdb.old", "velmora.ini", "velmora.ini.old"}));
+        QCOMPARE(m_wedding->open().openRecordset(QStringLiteral("select B_DRESS from VELMORA_BUDGET")).value(0)
+                     .value<store::Currency>().toString(), QStringLiteral("500"));
+        QCOMPARE(snapshot(m_wedding->folder()).size(), 4);
     }
 
     void aFileThatIsntADatabaseEndsTheProgramAndTheBackupStays()
@@ -275,8 +254,8 @@ private slots:
     // A write that fails part-way (a full disk) leaves every file of the wedding whole.
     void aFailingWriteLeavesTheFilesWhole_data()
     {
-        QTest::addColumn<int>("incoming");  // bytes of the chosen file
-        QTest::addColumn<int>("current");   // bytes of the wedding's database
+        QTest::addColumn<int>("incoming"); // bytes of the chosen file
+        QTest::addColumn<int>("current");  // bytes of the wedding's database
         QTest::addColumn<bool>("exporting");
         QTest::newRow("import: the incoming file doesn't fit") << 300000 << 2000 << false;
         QTest::newRow("import: the backup doesn't fit") << 2000 << 300000 << false;
@@ -293,16 +272,13 @@ private slots:
         writeFile(app("Velmora.mdb.old"), "the backup kept from before");
         writeFile(away("chosen.mdb"), QByteArray(incoming, 'i'));
         const auto before = snapshot(m_wedding->folder());
-        const QByteArray chosen = fileBytes(away("chosen.mdb"));
-
         PendingFailure pending;
         QString folder;
         {
             const test::FullDisk disk(100000);
             if (exporting) {
                 m_prompts.expectSaveFile(away("chosen.mdb"));
-                m_prompts.expectBox(PromptIcon::Information, overwriteQuestion(away("chosen.mdb")), DefaultCaption,
-                                    PromptButtons::YesNo, PromptAnswer::No, PromptAnswer::Yes);
+                expectOverwrite(away("chosen.mdb"), PromptAnswer::Yes);
                 QVERIFY(store::ExportFile(state, m_prompts, store::DatabaseFileName, pending, folder));
             } else {
                 m_prompts.expectOpenFile(away("chosen.mdb"));
@@ -313,8 +289,7 @@ private slots:
         QCOMPARE(pending.failure().number(), 61);
         QVERIFY(pending.failure().text().startsWith(QStringLiteral("אין די מקום בדיסק לקובץ")));
         QCOMPARE(snapshot(m_wedding->folder()), before);
-        QCOMPARE(fileBytes(away("chosen.mdb")), chosen);
-        QCOMPARE(QDir(m_away.path()).entryList(QDir::Files | QDir::Hidden), QStringList("chosen.mdb"));
+        QCOMPARE(snapshot(m_away.path()), (QMap<QString, QByteArray>{{"chosen.mdb", QByteArray(incoming, 'i')}}));
     }
 };
 
