@@ -14,11 +14,7 @@ using test::writeFile;
 
 namespace {
 
-QByteArray cp1255(const QString& text)
-{
-    QStringEncoder encoder("windows-1255");
-    return encoder.encode(text);
-}
+QByteArray cp1255(const QString& text) { return QStringEncoder("windows-1255").encode(text); }
 
 } // namespace
 
@@ -91,14 +87,8 @@ private slots:
 
     void oddLinesNeitherBreakReadsNorGetLost()
     {
-        const QByteArray odd = "Loose=before any section\r\n"
-                               "\xEF\xBB\xBF junk without equals\r\n"
-                               "[Options\r\n"
-                               "=blank key\r\n"
-                               "no equals sign here\n"
-                               "Max Tables=30\n"
-                               "; Max Chairs=99\n"
-                               "Max Chairs=12\r"; // no line end but a stray CR
+        const QByteArray odd = "Loose=before any section\r\n\xEF\xBB\xBF junk without equals\r\n[Options\r\n=blank key\r\n"
+                               "no equals sign here\nMax Tables=30\n; Max Chairs=99\nMax Chairs=12\r"; // no line end but a CR
         writeFile(m_file, odd);
         QCOMPARE(ReadIniValue(m_file, "Options", "Max Tables", "100") + ReadIniValue(m_file, "Options", "Max Chairs", "15"),
                  QStringLiteral("3012"));
