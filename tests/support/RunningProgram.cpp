@@ -7,11 +7,6 @@
 
 namespace velmora::test {
 
-RunningProgram::~RunningProgram()
-{
-    stop();
-}
-
 bool RunningProgram::start(const QString& folder)
 {
     stop();
@@ -37,15 +32,8 @@ void RunningProgram::finish()
     prompts.verifyDone();
 }
 
-ui::MainWindow& RunningProgram::main() const
-{
-    return *windows->main;
-}
-
-ui::TableMapWindow& RunningProgram::map() const
-{
-    return *windows->tableMap;
-}
+ui::MainWindow& RunningProgram::main() const { return *windows->main; }
+ui::TableMapWindow& RunningProgram::map() const { return *windows->tableMap; }
 
 void RunningProgram::chooseGroup(int index) const
 {

@@ -53,8 +53,7 @@ ScriptedPrompts& ScriptedPrompts::expectBox(PromptIcon icon, const QString& text
                                             PromptButtons buttons, PromptAnswer defaultButton, PromptAnswer answer)
 {
     return add({.expected = {.kind = PromptKind::Message, .icon = icon, .title = title, .text = text,
-                             .buttons = buttons, .defaultButton = defaultButton},
-                .answer = answer});
+                             .buttons = buttons, .defaultButton = defaultButton}, .answer = answer});
 }
 
 ScriptedPrompts& ScriptedPrompts::expectMapSaveQuestion(PromptAnswer answer)
@@ -88,10 +87,7 @@ ScriptedPrompts& ScriptedPrompts::expectPrinter(const std::optional<PrinterReque
     return add({.expected = {.kind = PromptKind::Printer}, .printer = choice});
 }
 
-ScriptedPrompts& ScriptedPrompts::expectBeep()
-{
-    return add({.expected = {.kind = PromptKind::Beep}});
-}
+ScriptedPrompts& ScriptedPrompts::expectBeep() { return add({.expected = {.kind = PromptKind::Beep}}); }
 
 bool ScriptedPrompts::verifyDone()
 {
@@ -132,9 +128,7 @@ PromptAnswer ScriptedPrompts::show(const MessageRequest& request)
                             .title = request.title.isEmpty() ? DefaultCaption : request.title, .text = request.text,
                             .buttons = request.buttons, .defaultButton = request.defaultButton,
                             .leftToRight = request.leftToRight});
-    if (!step)
-        return request.buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Cancel;
-    return step->answer;
+    return step ? step->answer : request.buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Cancel;
 }
 
 QString ScriptedPrompts::inputBox(const InputRequest& request)
@@ -151,15 +145,8 @@ PromptResult<QString> ScriptedPrompts::fileDialog(PromptKind kind, const FileReq
     return answered(step ? step->path : std::nullopt);
 }
 
-PromptResult<QString> ScriptedPrompts::openFile(const FileRequest& request)
-{
-    return fileDialog(PromptKind::OpenFile, request);
-}
-
-PromptResult<QString> ScriptedPrompts::saveFile(const FileRequest& request)
-{
-    return fileDialog(PromptKind::SaveFile, request);
-}
+PromptResult<QString> ScriptedPrompts::openFile(const FileRequest& request) { return fileDialog(PromptKind::OpenFile, request); }
+PromptResult<QString> ScriptedPrompts::saveFile(const FileRequest& request) { return fileDialog(PromptKind::SaveFile, request); }
 
 PromptResult<QColor> ScriptedPrompts::chooseColour(const QColor& /*initial*/)
 {
@@ -173,9 +160,6 @@ PromptResult<PrinterRequest> ScriptedPrompts::choosePrinter(const PrinterRequest
     return answered(step ? step->printer : std::nullopt);
 }
 
-void ScriptedPrompts::beep()
-{
-    take({.kind = PromptKind::Beep});
-}
+void ScriptedPrompts::beep() { take({.kind = PromptKind::Beep}); }
 
 } // namespace velmora::test

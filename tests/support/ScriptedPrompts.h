@@ -19,9 +19,7 @@ struct RecordedPrompt {
     bool leftToRight = false;
 };
 
-// The prompt double: each expected prompt is checked against what the code shows and
-// answered from the script. A prompt nobody expected, a prompt that differs from the
-// expected one, and an expected prompt that never came each fail the running test.
+// The prompt double, answering from a script: an unexpected, different or missing prompt fails the test.
 class ScriptedPrompts : public Prompts {
 public:
     ~ScriptedPrompts() override { verifyDone(); }
