@@ -11,7 +11,6 @@
 #include "budget/ui/BudgetWindow.h"
 #include "store/Currency.h"
 #include "store/ExportImport.h"
-#include "store/FileCopy.h"
 
 #include <QAction>
 #include <QDir>
@@ -26,24 +25,18 @@ using test::writeFile;
 
 namespace {
 
-const QString ExportDone = QStringLiteral(".פעולת יצוא מבנה הנתונים הצליחה");
-const QString ImportDone = QStringLiteral(".פעולת יבוא מבנה הנתונים הצליחה");
 const QString ImportQuestion = QStringLiteral("פעולה זו מייבאת מבנה נתונים והגדרות\r\n?של חתונה חיצונית, להמשיך");
-const QString SourceMissing = QStringLiteral(".קובץ המקור לא נמצא");
 
 // Every file of a folder with its bytes: what "nothing changed" means.
 QMap<QString, QByteArray> snapshot(const QString& folder)
 {
     QMap<QString, QByteArray> files;
-    const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
-    for (const QString& name : names)
+    for (const QString& name : QDir(folder).entryList(QDir::Files | QDir::Hidden))
         files.insert(name, fileBytes(folder + u'/' + name));
     return files;
 }
 
-// The export command, dialog by dialog: an earlier export may stand at the first path (empty:
-// cancel); `second` is the path given at the settings' dialog, "-" when it never opens, empty
-// for a cancel.
+// An export dialog by dialog; a path empty for a cancel, the second "-" when never asked.
 struct ExportCase { bool earlier; QString first; PromptAnswer overwrite; QString second; bool copied; QString message; };
 
 } // namespace
@@ -64,10 +57,10 @@ private:
     QString other(const QString& name) const { return m_other->state.AppPath + name; }
     QString away(const QString& name) const { return m_away.path() + u'/' + name; }
     ui::MainWindow& main() const { return m_program.main(); }
-    int rows() const { return main().grid()->model()->rowCount(); }
 
     void start() { QVERIFY(m_program.start(m_wedding->folder())); }
     void trigger(const char* name) { main().action(QString::fromLatin1(name))->trigger(); }
+    void expectWarning(PromptAnswer answer) { m_prompts.expectQuestion(ImportQuestion, answer, QStringLiteral("אזהרת מערכת")); }
     void expectOverwrite(const QString& path, PromptAnswer answer)
     {
         m_prompts.expectBox(PromptIcon::Information, u'?' + path + QStringLiteral(" האם ברצונך לשכתב"), DefaultCaption,
@@ -81,9 +74,7 @@ private slots:
         m_wedding->createWedding(100);
         m_wedding->addInvitation(test::invitation("כהן", "דנה", 2, 1));
         m_other = std::make_unique<test::TestWedding>();
-        m_other->createDatabase();
-        m_other->state.MaxTables = 30;
-        SaveOptions(m_other->state);
+        m_other->createWedding(30);
         for (const char* family : {"אבן", "ברק", "גל"})
             m_other->addInvitation(test::invitation(QString::fromUtf8(family), "יעל", 1, 1));
         QDir(m_away.path()).removeRecursively();
@@ -95,7 +86,7 @@ private slots:
     void exportStopsWhereTheUserStops_data()
     {
         QTest::addColumn<ExportCase>("c");
-        QTest::newRow("both files copied") << ExportCase{false, "w.mdb", PromptAnswer::No, "w.ini", true, ExportDone};
+        QTest::newRow("both files copied") << ExportCase{false, "w.mdb", PromptAnswer::No, "w.ini", true, ".פעולת יצוא מבנה הנתונים הצליחה"};
         QTest::newRow("cancel at the first dialog") << ExportCase{false, "", PromptAnswer::No, "-", false, ""};
         QTest::newRow("no to the overwrite") << ExportCase{true, "w.mdb", PromptAnswer::No, "-", false, ""};
         QTest::newRow("yes to the overwrite") << ExportCase{true, "w.mdb", PromptAnswer::Yes, "", true, ""};
@@ -135,8 +126,7 @@ private slots:
             QCOMPARE(QDir::currentPath() + u'/', m_wedding->state.AppPath);
     }
 
-    // The real dialogs: the filters as Qt takes them, the proposed name in the folder given,
-    // and no question of the dialog's own before the program's.
+    // Qt's own dialogs: our filters, the proposed name, and no overwrite question before ours.
     void theRealDialogsShowTheFiltersAndTheProposedName()
     {
         ui::QtPrompts prompts;
@@ -179,45 +169,39 @@ private slots:
         start();
         writeFile(app("velmora.ini.old"), "a backup from before");
         const auto before = snapshot(m_wedding->folder());
-        m_prompts.expectQuestion(ImportQuestion, database == u"-" ? PromptAnswer::No : PromptAnswer::Yes,
-                                 QStringLiteral("אזהרת מערכת"));
-        if (database != u"-") {
+        expectWarning(database == u"-" ? PromptAnswer::No : PromptAnswer::Yes);
+        if (database != u"-")
             m_prompts.expectOpenFile(database.isEmpty() ? std::nullopt
-                                     : databaseReplaced ? std::optional(other("Velmora.mdb"))
-                                                        : std::optional(away(database)));
-        }
+                                                        : std::optional(databaseReplaced ? other("Velmora.mdb") : away(database)));
         if (databaseReplaced)
             m_prompts.expectOpenFile(std::nullopt);
         else if (!database.isEmpty() && database != u"-")
-            m_prompts.expectMessage(PromptIcon::None, SourceMissing);
+            m_prompts.expectMessage(PromptIcon::None, QStringLiteral(".קובץ המקור לא נמצא"));
         trigger("mnuImportDB");
         auto expected = before;
-        if (databaseReplaced) {
-            expected["Velmora.mdb"] = fileBytes(other("Velmora.mdb"));
-            expected["Velmora.mdb.old"] = before.value("Velmora.mdb");
-        }
+        if (databaseReplaced)
+            expected["Velmora.mdb"] = fileBytes(other("Velmora.mdb")), expected["Velmora.mdb.old"] = before["Velmora.mdb"];
         QCOMPARE(snapshot(m_wedding->folder()), expected);
     }
 
-    // The other wedding comes in, then its backup is chosen, twice over: two imports in a
-    // row, and each import's backup replaces the one before.
+    // In, back from the backup, in again: each import's backup replaces the one before.
     void importBringsAWeddingInAndABackupGoesBack()
     {
         start();
         main().openBudget(); // the ledger holds a connection of its own through the imports
         const auto ours = snapshot(m_wedding->folder()), theirs = snapshot(m_other->folder());
         for (int round = 1; round <= 3; ++round) {
-            m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
+            expectWarning(PromptAnswer::Yes);
             m_prompts.expectOpenFile(round == 1 ? other("Velmora.mdb") : app("Velmora.mdb.old"));
             m_prompts.expectOpenFile(round == 1 ? other("velmora.ini") : app("velmora.ini.old"));
-            m_prompts.expectMessage(PromptIcon::None, ImportDone);
+            m_prompts.expectMessage(PromptIcon::None, QStringLiteral(".פעולת יבוא מבנה הנתונים הצליחה"));
             trigger("mnuImportDB");
             const bool back = round % 2 == 0;
             QMap<QString, QByteArray> expected; // each file in place, the one it replaced as its backup
             for (const QString& name : ours.keys())
                 expected[name] = (back ? ours : theirs)[name], expected[name + ".old"] = (back ? theirs : ours)[name];
             QCOMPARE(snapshot(m_wedding->folder()), expected);
-            QCOMPARE(rows(), back ? 1 : 3); // the list shows it at once
+            QCOMPARE(main().grid()->model()->rowCount(), back ? 1 : 3); // the list shows it at once
             // The settings are looked for beside the database chosen.
             QCOMPARE(m_prompts.fileRequests().back().initialDir,
                      QFileInfo(round == 1 ? other("x") : app("x")).absolutePath());
@@ -237,16 +221,14 @@ private slots:
         start();
         const QByteArray oldDatabase = fileBytes(app("Velmora.mdb"));
         writeFile(away("notes.mdb"), "shopping list, not a wedding");
-        m_prompts.expectQuestion(ImportQuestion, PromptAnswer::Yes, QStringLiteral("אזהרת מערכת"));
+        expectWarning(PromptAnswer::Yes);
         m_prompts.expectOpenFile(away("notes.mdb")).expectOpenFile(other("velmora.ini"));
-        m_prompts.expectMessage(PromptIcon::Critical,
-                                QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה\r\nwww.velmora.co.il\r\n"
-                                               "support@velmora.co.il"),
+        m_prompts.expectMessage(PromptIcon::Critical, QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה\r\n"
+                                                      "www.velmora.co.il\r\nsupport@velmora.co.il"),
                                 QStringLiteral("שדרוג גירסת תוכנה"));
         m_prompts.expectMapSaveQuestion(); // the end of the program, as ever
         trigger("mnuImportDB");
-        QVERIFY(main().endRequested());
-        QVERIFY(!main().isVisible());
+        QVERIFY(main().endRequested() && !main().isVisible());
         QCOMPARE(fileBytes(app("Velmora.mdb")), QByteArray("shopping list, not a wedding"));
         QCOMPARE(fileBytes(app("Velmora.mdb.old")), oldDatabase);
     }
@@ -267,7 +249,6 @@ private slots:
         QFETCH(int, incoming);
         QFETCH(int, current);
         QFETCH(bool, exporting);
-        WeddingState& state = m_wedding->state;
         writeFile(app("Velmora.mdb"), QByteArray(current, 'c'));
         writeFile(app("Velmora.mdb.old"), "the backup kept from before");
         writeFile(away("chosen.mdb"), QByteArray(incoming, 'i'));
@@ -279,10 +260,10 @@ private slots:
             if (exporting) {
                 m_prompts.expectSaveFile(away("chosen.mdb"));
                 expectOverwrite(away("chosen.mdb"), PromptAnswer::Yes);
-                QVERIFY(store::ExportFile(state, m_prompts, store::DatabaseFileName, pending, folder));
+                QVERIFY(store::ExportFile(m_wedding->state, m_prompts, store::DatabaseFileName, pending, folder));
             } else {
                 m_prompts.expectOpenFile(away("chosen.mdb"));
-                QVERIFY(store::ImportFile(state, m_prompts, store::DatabaseFileName, pending, folder));
+                QVERIFY(store::ImportFile(m_wedding->state, m_prompts, store::DatabaseFileName, pending, folder));
             }
         }
         QVERIFY(pending);
