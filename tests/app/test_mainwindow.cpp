@@ -53,12 +53,10 @@ std::pair<int, int> inkGaps(QWidget* widget, const QRect& box)
     const QImage image = widget->grab().toImage();
     const int paper = image.pixelColor(box.left() + 1, box.top() + 1).lightness();
     int left = box.right(), right = box.left();
-    for (int y = box.top(); y <= box.bottom(); ++y) {
-        for (int x = box.left(); x <= box.right(); ++x) {
+    for (int y = box.top(); y <= box.bottom(); ++y)
+        for (int x = box.left(); x <= box.right(); ++x)
             if (std::abs(image.pixelColor(x, y).lightness() - paper) > 60)
                 left = std::min(left, x), right = std::max(right, x);
-        }
-    }
     return {left - box.left(), box.right() - right};
 }
 
@@ -124,8 +122,7 @@ private slots:
         QCOMPARE(QRect(again.frameGeometry().topLeft(), again.size()), QRect(100, 80, 700, 500));
         QCOMPARE(QList<int>({again.grid()->columnWidth(0), again.grid()->columnWidth(9)}), QList<int>({120, 30}));
 
-        // Closed maximised: the state is kept, the normal rectangle stays as it was;
-        // closed minimised, nothing of the placement changes.
+        // Closed maximised, only the state changes; closed minimised, nothing does.
         again.showMaximized();
         again.close();
         QCOMPARE(stored(), QStringList("2") + normal.mid(1));
@@ -136,8 +133,7 @@ private slots:
         QCOMPARE(stored(), QStringList("2") + normal.mid(1));
     }
 
-    // The map's menu tick, pop-up tick and button 10 show whether it is up; closed by its own
-    // close box it only hides, and they follow.
+    // The map's two ticks and button 10 follow it, also when its own close box hides it.
     void buttonTenFollowsTheMapsTick()
     {
         ui::MainWindow& main = start();
@@ -153,9 +149,7 @@ private slots:
         QVERIFY(shown(false));
     }
 
-    // Texts stand at the right of their boxes as drawn (status panels, the grid's cells and
-    // headers); a screen reader hears each panel's title and value, with the title as its
-    // description, and every field of the windows by its label.
+    // Texts stand right in their boxes as drawn; a screen reader hears every panel and field.
     void whatAUserSeesAndAScreenReaderHears()
     {
         ui::MainWindow& main = start();

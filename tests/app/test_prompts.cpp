@@ -22,14 +22,11 @@ class PromptsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // Texts kept with their closing mark or a number first read from the right, as do texts
-    // that begin in Hebrew, wherever they are shown: a message box line by line, an input box,
-    // a label, a button, a menu entry, a window's title. Each line gives the character a user
-    // sees at its left, then the one at its right.
+    // Texts starting with a mark or a number still read from the right, wherever they are shown.
     void everyLineReadsFromItsRightEnd_data()
     {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("ends"); // a pair for each line, joined by a blank
+        QTest::addColumn<QString>("ends"); // for each line the characters seen at its left and right, joined by blanks
         QTest::newRow("question mark first") << QStringLiteral("?האם ברצונך לשמור מיקומי מפת השולחנות ביציאה") << "?ה";
         QTest::newRow("dots first") << QStringLiteral("...שינוי מספר שולחן") << ".ש";
         QTest::newRow("number first") << QStringLiteral("12 מספר השולחן צריך להיות מ 1 עד") << "1מ";
@@ -50,9 +47,8 @@ private slots:
             auto* message = qobject_cast<QMessageBox*>(modal);
             message->button(QMessageBox::No)->click(); // first: a failing check below leaves no box up
             QVERIFY(message->windowTitle() == u"אזהרת מערכת" && message->icon() == QMessageBox::Question);
-            QVERIFY(!message->text().contains(u'\r')); // a CR would show as a box
             auto* label = message->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
-            QCOMPARE(label->layoutDirection(), Qt::RightToLeft);
+            QVERIFY(!message->text().contains(u'\r') && label->layoutDirection() == Qt::RightToLeft); // a CR shows as a box
             shown = test::lineEnds(label->text(), label->layoutDirection(), label->font());
         });
         QCOMPARE(prompts.question(text, QStringLiteral("אזהרת מערכת")), PromptAnswer::No);
@@ -89,13 +85,12 @@ private slots:
         QVERIFY(test::activate(&ledger));
         ui::QtPrompts prompts(&main);
         QWidget* owner = nullptr;
-        const auto answer = [&](QWidget* modal) {
-            owner = modal->parentWidget();
-            qobject_cast<QMessageBox*>(modal)->button(QMessageBox::Ok)->click();
-        };
         // The second time just after a dialog closed: no window is active yet, the main window stays behind.
         for (const char* text : {"א", "ב"}) {
-            test::NextModal box(answer);
+            test::NextModal box([&](QWidget* modal) {
+                owner = modal->parentWidget();
+                qobject_cast<QMessageBox*>(modal)->button(QMessageBox::Ok)->click();
+            });
             prompts.message(QString::fromUtf8(text));
             QCOMPARE(owner, &ledger);
             QApplication::setActiveWindow(nullptr);

@@ -21,8 +21,7 @@ namespace {
 
 const QString Created = QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה.");
 
-// Invitations 1 to `count` in one statement: family "משפחה " and the number, five people
-// each, answers 0 to 3 in turn, the first 300 at table 1, a gift of 100,000 each.
+// Invitations 1 to `count` of five people, answers 0 to 3 in turn, the first 300 at table 1, gifts of 100,000.
 void insertInvitations(const QString& file, int count)
 {
     sqlite3* db = nullptr;
@@ -69,8 +68,7 @@ private slots:
         program.prompts.expectMapSaveQuestion(PromptAnswer::Ok); // a first run has no places stored yet
         main.close();
 
-        // The second start finds everything in place and says nothing; a placement that
-        // fits no screen is brought onto one, its title bar on the screen.
+        // The second start says nothing; a placement off every screen comes onto one, title bar and all.
         UserStore store;
         store.write(keys::MainLeft, QString::number(INT_MAX));
         store.write(keys::MainTop, QStringLiteral("-90000"));
@@ -113,7 +111,6 @@ private slots:
         QCOMPARE(main.grid()->currentIndex().row(), 39999);
     }
 
-    // An empty file, then a database of other tables.
     void aDatabaseThatIsNoWeddingEndsTheStart()
     {
         for (const bool otherTable : {false, true}) {

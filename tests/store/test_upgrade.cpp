@@ -33,8 +33,7 @@ class UpgradeTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // Whatever an earlier version left out is added, once, and the rows it holds stay: the
-    // first version had ten fields and no budget.
+    // What an earlier version left out is added, once, and its rows stay (the first had ten fields, no budget).
     void onlyWhatIsMissingIsAdded_data()
     {
         QTest::addColumn<int>("columns");
