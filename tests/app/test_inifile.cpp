@@ -58,7 +58,8 @@ private slots:
         QCOMPARE(filesInFolder(), 1); // no temporary left behind
     }
 
-    void anOldWindows1255FileReadsAndKeepsItsBytes()
+    // An old file's code page is read and kept; UTF-8 only where it can't hold the text.
+    void theFilesCodePage()
     {
         const QByteArray old = "; written by the old program\r\n[Options]\r\nCouple=" + cp1255(QStringLiteral("שירה ועומר"))
             + "\r\nHis Family = " + cp1255(QStringLiteral("משפחת כ\"ץ")) + "  \r\nWedding Date=05/03/2027\r\n"
@@ -71,6 +72,16 @@ private slots:
         // A rewrite of one value leaves every other byte as it was.
         QVERIFY(WriteIniValue(m_file, "Options", "Wedding Date", "06/03/2027"));
         QCOMPARE(fileBytes(m_file), QByteArray(old).replace("05/03/2027", "06/03/2027"));
+
+        // A new file takes UTF-8 for text the code page can't hold, and keeps it.
+        QFile::remove(m_file);
+        QVERIFY(WriteIniValue(m_file, "Options", "Couple", QStringLiteral("דנה")));
+        QVERIFY(WriteIniValue(m_file, "UserGroups", "Group-3", QStringLiteral("Наташа и سارة")));
+        QCOMPARE(fileBytes(m_file), "\xEF\xBB\xBF[Options]\r\nCouple=" + QStringLiteral("דנה").toUtf8()
+                                      + "\r\n\r\n[UserGroups]\r\nGroup-3=" + QStringLiteral("Наташа и سارة").toUtf8() + "\r\n");
+        QCOMPARE(ReadIniValue(m_file, "UserGroups", "Group-3", ""), QStringLiteral("Наташа и سارة"));
+        QVERIFY(WriteIniValue(m_file, "Options", "Her Family", QStringLiteral("לוי")));
+        QVERIFY(fileBytes(m_file).contains("Her Family=" + QStringLiteral("לוי").toUtf8()));
     }
 
     // A section is cleared whole, in every spelling; odd lines neither break reads nor get lost.
@@ -97,18 +108,6 @@ private slots:
         QCOMPARE(ReadIniValue(m_file, "Print", "Note Background", "").size(), 255);
         QVERIFY(WriteIniValue(m_file, "Print", "Note Color", "1"));
         QCOMPARE(fileBytes(m_file), huge + "Note Color=1\r\n");
-    }
-
-    void textTheCodePageCannotHoldTurnsTheFileIntoUtf8()
-    {
-        QVERIFY(WriteIniValue(m_file, "Options", "Couple", QStringLiteral("דנה")));
-        QVERIFY(WriteIniValue(m_file, "UserGroups", "Group-3", QStringLiteral("Наташа и سارة")));
-        QCOMPARE(fileBytes(m_file), "\xEF\xBB\xBF[Options]\r\nCouple=" + QStringLiteral("דנה").toUtf8()
-                                      + "\r\n\r\n[UserGroups]\r\nGroup-3=" + QStringLiteral("Наташа и سارة").toUtf8() + "\r\n");
-        QCOMPARE(ReadIniValue(m_file, "UserGroups", "Group-3", ""), QStringLiteral("Наташа и سارة"));
-        // Once UTF-8, always UTF-8.
-        QVERIFY(WriteIniValue(m_file, "Options", "Her Family", QStringLiteral("לוי")));
-        QVERIFY(fileBytes(m_file).contains("Her Family=" + QStringLiteral("לוי").toUtf8()));
     }
 
     void aFailedWriteLeavesTheFileAsItWas()

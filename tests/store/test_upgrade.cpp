@@ -11,24 +11,6 @@
 using namespace velmora;
 using namespace velmora::store;
 
-namespace {
-
-const QString Upgraded = QStringLiteral("תהליך שידרוג מבנה הנתונים הסתיים בהצלחה.");
-
-// A wedding file as an earlier version made it: the list's first fields, perhaps a budget.
-void createEarlierLayout(const QString& path, int columns, bool budget)
-{
-    PendingFailure pending;
-    Database db = Database::create(path);
-    const auto& fields = listFields();
-    appendTable(db, ListTable, std::vector<FieldDef>(fields.begin(), fields.begin() + columns), pending);
-    if (budget)
-        appendTable(db, BudgetTable, budgetFields(), pending);
-    QVERIFY(!pending);
-}
-
-} // namespace
-
 class UpgradeTest : public QObject {
     Q_OBJECT
 
@@ -49,12 +31,20 @@ private slots:
         QFETCH(int, columns);
         QFETCH(bool, budget);
         test::TestWedding wedding;
-        createEarlierLayout(wedding.state.databaseFile(), columns, budget);
+        { // the file as the earlier version made it
+            PendingFailure pending;
+            Database db = Database::create(wedding.state.databaseFile());
+            const auto& fields = listFields();
+            appendTable(db, ListTable, std::vector<FieldDef>(fields.begin(), fields.begin() + columns), pending);
+            if (budget)
+                appendTable(db, BudgetTable, budgetFields(), pending);
+            QVERIFY(!pending);
+        }
         for (int i = 0; i < 3; ++i)
             wedding.addInvitation(test::invitation(QStringLiteral("משפחה %1").arg(i), "א", i + 1, 1, 4, "03", "2"));
         test::ScriptedPrompts prompts;
         if (columns < 13 || !budget)
-            prompts.expectMessage(PromptIcon::None, Upgraded);
+            prompts.expectMessage(PromptIcon::None, QStringLiteral("תהליך שידרוג מבנה הנתונים הסתיים בהצלחה."));
         guests::GuestListModel model;
         guests::InitList(wedding.state, prompts, model, wedding.state.AllGuests, {}, {});
         QVERIFY(prompts.verifyDone());
