@@ -77,7 +77,7 @@ private slots:
         QCOMPARE(m_store.read(keys::OldCouple), QStringLiteral("ignored"));
     }
 
-    void aFirstStartGetsTheDefaultNames()
+    void aFirstStartGetsTheDefaultsAndTheyComeBack()
     {
         ReadWeddingOptions(m_state, m_store);
         QVERIFY(m_state.OptionsPending);
@@ -93,17 +93,14 @@ private slots:
         QVERIFY(next.OptionsPending);
         QCOMPARE(next.CoupleName, QStringLiteral("שמות בני הזוג"));
         QCOMPARE(ini("Options", "Her Family"), QStringLiteral("משפחת הכלה"));
-    }
 
-    void settingsOfTheWrongShapeFallBackToDefaults()
-    {
-        WriteIniValues(m_state.iniFile(), "Options",
-                       {{"Couple", "a"}, {"His Family", "b"}, {"Her Family", "c"}, {"Max Tables", QStringLiteral("הרבה")},
-                        {"Max Chairs", "300"}, {"NumOfGroups", "2"}, {"Wedding Date", "not a date"}});
+        // Settings of the wrong shape fall back to the defaults.
+        WriteIniValues(m_state.iniFile(), "Options", {{"Max Tables", QStringLiteral("הרבה")}, {"Max Chairs", "300"},
+                                                      {"NumOfGroups", "2"}, {"Wedding Date", "not a date"}});
         WriteIniValue(m_state.iniFile(), "UserGroups", "Group-0", "a");
-        ReadWeddingOptions(m_state, m_store);
-        QVERIFY(m_state.MaxTables == 100 && m_state.MaxChairs == 15);
-        QCOMPARE(m_state.UserGroups, QStringList({"a", ""}));
+        const WeddingState odd = nextStart();
+        QVERIFY(!odd.OptionsPending && odd.MaxTables == 100 && odd.MaxChairs == 15);
+        QCOMPARE(odd.UserGroups, QStringList({"a", ""}));
         QCOMPARE(SettingsFile(m_state.iniFile()).date(keys::WeddingDate, QDate(2030, 1, 1)), QDate(2030, 1, 1));
         QCOMPARE(values::toDate(QStringLiteral("5/3/2027")), std::optional<QDate>(QDate(2027, 3, 5)));
     }

@@ -17,9 +17,7 @@ bool RunningProgram::start(const QString& folder)
 
 void RunningProgram::stop()
 {
-    if (!windows)
-        return;
-    if (windows->main->isVisible()) {
+    if (windows && windows->main->isVisible()) {
         windows->tableMap->SaveTablePositions();
         windows->main->close();
     }
