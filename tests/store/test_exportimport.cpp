@@ -27,11 +27,11 @@ namespace {
 
 const QString ImportQuestion = QStringLiteral("פעולה זו מייבאת מבנה נתונים והגדרות\r\n?של חתונה חיצונית, להמשיך");
 
-// Every file of a folder with its bytes: what "nothing changed" means.
+// Every entry of a folder, a file with its bytes: what "nothing changed" means.
 QMap<QString, QByteArray> snapshot(const QString& folder)
 {
     QMap<QString, QByteArray> files;
-    for (const QString& name : QDir(folder).entryList(QDir::Files | QDir::Hidden))
+    for (const QString& name : QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden))
         files.insert(name, fileBytes(folder + u'/' + name));
     return files;
 }
@@ -118,7 +118,6 @@ private slots:
         if (earlier || databaseCopied)
             left["w.mdb"] = databaseCopied ? fileBytes(app("Velmora.mdb")) : earlierBytes;
         QCOMPARE(snapshot(m_away.path()), left);
-        QCOMPARE(QDir(m_away.path()).entryList(QDir::Dirs | QDir::NoDotAndDotDot), QStringList());
         // The settings are looked for beside the database; the wedding's folder is current again.
         if (second != u"-")
             QCOMPARE(m_prompts.fileRequests().back().initialDir, QFileInfo(away(first)).absolutePath());

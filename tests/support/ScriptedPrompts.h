@@ -26,8 +26,7 @@ public:
 
     ScriptedPrompts& expectMessage(PromptIcon icon, const QString& text, const QString& title = DefaultCaption);
     ScriptedPrompts& expectQuestion(const QString& text, PromptAnswer answer, const QString& title = DefaultCaption,
-                                    PromptButtons buttons = PromptButtons::YesNo,
-                                    PromptAnswer defaultButton = PromptAnswer::Yes);
+                                    PromptButtons buttons = PromptButtons::YesNo, PromptAnswer defaultButton = PromptAnswer::Yes);
     ScriptedPrompts& expectBox(PromptIcon icon, const QString& text, const QString& title, PromptButtons buttons,
                                PromptAnswer defaultButton, PromptAnswer answer);
     // The map's question whether to keep the tables' places, asked when it closes.
