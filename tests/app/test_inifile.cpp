@@ -90,8 +90,7 @@ private slots:
         writeFile(m_file, "[Options]\nNumOfGroups=6\n[UserGroups]\nGroup-0=a\nGroup-5=f\n\n[userGroups]\nGroup-9=z\n[Print]\nLabel Color=255\n");
         ClearIniSection(m_file, "UserGroups");
         QCOMPARE(fileBytes(m_file), QByteArray("[Options]\nNumOfGroups=6\n[Print]\nLabel Color=255\n"));
-        // A key added to an LF file keeps LF line ends.
-        QVERIFY(WriteIniValue(m_file, "Options", "Max Tables", "20"));
+        QVERIFY(WriteIniValue(m_file, "Options", "Max Tables", "20")); // an LF file keeps LF line ends
         QCOMPARE(fileBytes(m_file), QByteArray("[Options]\nNumOfGroups=6\nMax Tables=20\n[Print]\nLabel Color=255\n"));
 
         const QByteArray odd = "Loose=before any section\r\n\xEF\xBB\xBF junk without equals\r\n[Options\r\n=blank key\r\n"

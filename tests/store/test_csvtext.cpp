@@ -31,14 +31,12 @@ private slots:
     {
         using enum CsvEncoding;
         const struct { QByteArray bytes; QString rows; CsvEncoding encoding; char separator; } files[] = {
-            // quoted comma, quote and line break
             {"\xEF\xBB\xBF" "שם,הערה\r\n\"לוי, דנה\",\"אמרה \"\"כן\"\"\r\nבטלפון\"\r\n", "שם|הערה/לוי, דנה|אמרה \"כן\"\nבטלפון",
-             Utf8Bom, ','},
+             Utf8Bom, ','}, // quoted comma, quote and line break
             {"\xEC\xE5\xE9;\xE3\xF0\xE4;\xA4" "100\r\n", "לוי|דנה|₪100", Windows1255, ';'}, // as an older spreadsheet saves it
             {"a\tb,c\r\r\n\t\n1\t\"2\"\r3\t4", "a|b,c/1|2/3|4", Utf8, '\t'}, // blank and CR-only lines
             {QByteArray("\xFF\xFE" "a\0\t\0\xD3\x05\n\0", 10), "a|ד", Utf16, '\t'},
-            // a mark in the middle, ragged rows, stray quote inside a field
-            {"a,b,c\n1\n\xEF\xBB\xBFx,y\"z", "a|b|c/1/x|y\"z", Utf8, ','},
+            {"a,b,c\n1\n\xEF\xBB\xBFx,y\"z", "a|b|c/1/x|y\"z", Utf8, ','}, // a mark mid-file, ragged rows, a stray quote
             {"\"a;b;c\",d\n", "a;b;c|d", Utf8, ','}, // a separator inside quotes doesn't count
         };
         for (const auto& file : files) {

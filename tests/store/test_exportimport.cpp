@@ -155,10 +155,8 @@ private slots:
         QTest::addColumn<QString>("database"); // chosen in the first dialog; empty: cancel, "-": No to the warning
         QTest::newRow("no to the warning") << "-";
         QTest::newRow("cancel at the first dialog") << "";
-        // Nothing in the folder changes, the earlier backup included.
-        QTest::newRow("a typed path that isn't there") << "typed by hand.mdb";
-        // No rollback: the database stays replaced, with its backup beside it.
-        QTest::newRow("cancel at the second dialog") << "other";
+        QTest::newRow("a typed path that isn't there") << "typed by hand.mdb"; // the earlier backup stays too
+        QTest::newRow("cancel at the second dialog") << "other"; // no rollback: replaced, its backup beside it
     }
 
     void importStopsQuietlyAndKeepsWhatWasCopied()
