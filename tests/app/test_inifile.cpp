@@ -14,11 +14,7 @@ using test::writeFile;
 
 namespace {
 
-QByteArray cp1255(const QString& text)
-{
-    QStringEncoder encoder("windows-1255");
-    return encoder.encode(text);
-}
+QByteArray cp1255(const QString& text) { return QStringEncoder("windows-1255").encode(text); }
 
 } // namespace
 
@@ -62,7 +58,8 @@ private slots:
         QCOMPARE(filesInFolder(), 1); // no temporary left behind
     }
 
-    void anOldWindows1255FileReadsAndKeepsItsBytes()
+    // An old file's code page is read and kept; UTF-8 only where it can't hold the text.
+    void theFilesCodePage()
     {
         const QByteArray old = "; written by the old program\r\n[Options]\r\nCouple=" + cp1255(QStringLiteral("שירה ועומר"))
             + "\r\nHis Family = " + cp1255(QStringLiteral("משפחת כ\"ץ")) + "  \r\nWedding Date=05/03/2027\r\n"
@@ -74,31 +71,30 @@ private slots:
 
         // A rewrite of one value leaves every other byte as it was.
         QVERIFY(WriteIniValue(m_file, "Options", "Wedding Date", "06/03/2027"));
-        QByteArray expected = old;
-        expected.replace("05/03/2027", "06/03/2027");
-        QCOMPARE(fileBytes(m_file), expected);
+        QCOMPARE(fileBytes(m_file), QByteArray(old).replace("05/03/2027", "06/03/2027"));
+
+        // A new file takes UTF-8 for text the code page can't hold, and keeps it.
+        QFile::remove(m_file);
+        QVERIFY(WriteIniValue(m_file, "Options", "Couple", QStringLiteral("דנה")));
+        QVERIFY(WriteIniValue(m_file, "UserGroups", "Group-3", QStringLiteral("Наташа и سارة")));
+        QCOMPARE(fileBytes(m_file), "\xEF\xBB\xBF[Options]\r\nCouple=" + QStringLiteral("דנה").toUtf8()
+                                      + "\r\n\r\n[UserGroups]\r\nGroup-3=" + QStringLiteral("Наташа и سارة").toUtf8() + "\r\n");
+        QCOMPARE(ReadIniValue(m_file, "UserGroups", "Group-3", ""), QStringLiteral("Наташа и سارة"));
+        QVERIFY(WriteIniValue(m_file, "Options", "Her Family", QStringLiteral("לוי")));
+        QVERIFY(fileBytes(m_file).contains("Her Family=" + QStringLiteral("לוי").toUtf8()));
     }
 
-    void clearingASectionRemovesAllOfIt()
+    // A section is cleared whole, in every spelling; odd lines neither break reads nor get lost.
+    void clearingAndOddLines()
     {
         writeFile(m_file, "[Options]\nNumOfGroups=6\n[UserGroups]\nGroup-0=a\nGroup-5=f\n\n[userGroups]\nGroup-9=z\n[Print]\nLabel Color=255\n");
         ClearIniSection(m_file, "UserGroups");
         QCOMPARE(fileBytes(m_file), QByteArray("[Options]\nNumOfGroups=6\n[Print]\nLabel Color=255\n"));
-        // A key added to an LF file keeps LF line ends.
-        QVERIFY(WriteIniValue(m_file, "Options", "Max Tables", "20"));
+        QVERIFY(WriteIniValue(m_file, "Options", "Max Tables", "20")); // an LF file keeps LF line ends
         QCOMPARE(fileBytes(m_file), QByteArray("[Options]\nNumOfGroups=6\nMax Tables=20\n[Print]\nLabel Color=255\n"));
-    }
 
-    void oddLinesNeitherBreakReadsNorGetLost()
-    {
-        const QByteArray odd = "Loose=before any section\r\n"
-                               "\xEF\xBB\xBF junk without equals\r\n"
-                               "[Options\r\n"
-                               "=blank key\r\n"
-                               "no equals sign here\n"
-                               "Max Tables=30\n"
-                               "; Max Chairs=99\n"
-                               "Max Chairs=12\r"; // no line end but a stray CR
+        const QByteArray odd = "Loose=before any section\r\n\xEF\xBB\xBF junk without equals\r\n[Options\r\n=blank key\r\n"
+                               "no equals sign here\nMax Tables=30\n; Max Chairs=99\nMax Chairs=12\r"; // no line end but a CR
         writeFile(m_file, odd);
         QCOMPARE(ReadIniValue(m_file, "Options", "Max Tables", "100") + ReadIniValue(m_file, "Options", "Max Chairs", "15"),
                  QStringLiteral("3012"));
@@ -111,18 +107,6 @@ private slots:
         QCOMPARE(ReadIniValue(m_file, "Print", "Note Background", "").size(), 255);
         QVERIFY(WriteIniValue(m_file, "Print", "Note Color", "1"));
         QCOMPARE(fileBytes(m_file), huge + "Note Color=1\r\n");
-    }
-
-    void textTheCodePageCannotHoldTurnsTheFileIntoUtf8()
-    {
-        QVERIFY(WriteIniValue(m_file, "Options", "Couple", QStringLiteral("דנה")));
-        QVERIFY(WriteIniValue(m_file, "UserGroups", "Group-3", QStringLiteral("Наташа и سارة")));
-        QCOMPARE(fileBytes(m_file), "\xEF\xBB\xBF[Options]\r\nCouple=" + QStringLiteral("דנה").toUtf8()
-                                      + "\r\n\r\n[UserGroups]\r\nGroup-3=" + QStringLiteral("Наташа и سارة").toUtf8() + "\r\n");
-        QCOMPARE(ReadIniValue(m_file, "UserGroups", "Group-3", ""), QStringLiteral("Наташа и سارة"));
-        // Once UTF-8, always UTF-8.
-        QVERIFY(WriteIniValue(m_file, "Options", "Her Family", QStringLiteral("לוי")));
-        QVERIFY(fileBytes(m_file).contains("Her Family=" + QStringLiteral("לוי").toUtf8()));
     }
 
     void aFailedWriteLeavesTheFileAsItWas()

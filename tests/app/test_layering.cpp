@@ -4,8 +4,7 @@
 #include <QDirIterator>
 #include <QRegularExpression>
 
-// Logic never includes widgets, so it is tested without windows; only ui/ folders,
-// the program's main() and the tests may.
+// Logic is tested without windows, so only ui/ folders, main() and the tests include widgets.
 class LayeringTest : public QObject {
     Q_OBJECT
 

@@ -17,27 +17,20 @@
 
 using namespace velmora;
 
-Q_DECLARE_METATYPE(velmora::StoredPlacement)
-Q_DECLARE_METATYPE(std::optional<QPoint>)
-
 namespace {
 
 const QString Created = QStringLiteral("תהליך יצירת מבנה הנתונים הסתיים בהצלחה.");
 
-// Invitations 1 to `count` in one statement: family "משפחה " and the number, five people
-// each, answers 0 to 3 in turn, the first 300 at table 1, a gift of 100,000 each.
+// Invitations 1 to `count` of five people, answers 0 to 3 in turn, the first 300 at table 1, gifts of 100,000.
 void insertInvitations(const QString& file, int count)
 {
     sqlite3* db = nullptr;
     QCOMPARE(sqlite3_open(QFile::encodeName(file).constData(), &db), SQLITE_OK);
-    const QByteArray sql =
-        QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-                       "INSERT INTO VELMORA_LIST (FAMILY_NAME, FIRST_NAME, INV_NUM, REMARK, LIST_GROUP, PHONES, CONFIRM, "
-                       "TABLE_NO, INV_STATUS, ADDRESS, PRESENT_TYPE, PRESENT) "
-                       "SELECT 'משפחה ' || i, 'א', 5, '', '1', '050', i % 4, CASE WHEN i <= 300 THEN 1 END, 0, '', 1, "
-                       "'100000' FROM n")
-            .arg(count)
-            .toUtf8();
+    const QByteArray sql = QStringLiteral(
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT INTO VELMORA_LIST "
+        "(FAMILY_NAME, FIRST_NAME, INV_NUM, REMARK, LIST_GROUP, PHONES, CONFIRM, TABLE_NO, INV_STATUS, ADDRESS, "
+        "PRESENT_TYPE, PRESENT) SELECT 'משפחה ' || i, 'א', 5, '', '1', '050', i % 4, CASE WHEN i <= 300 THEN 1 END, "
+        "0, '', 1, '100000' FROM n").arg(count).toUtf8();
     const int rc = sqlite3_exec(db, sql.constData(), nullptr, nullptr, nullptr);
     sqlite3_close(db);
     QCOMPARE(rc, SQLITE_OK);
@@ -57,13 +50,11 @@ private slots:
         QTemporaryDir dir;
         test::RunningProgram program;
         program.prompts.expectMessage(PromptIcon::None, Created);
-        QVERIFY(program.start(dir.path()));
-        QVERIFY(program.prompts.verifyDone());
+        QVERIFY(program.start(dir.path()) && program.prompts.verifyDone());
         ui::MainWindow& main = program.main();
         QVERIFY(!program.windows->splash->isVisible() && main.isVisible() && !program.map().isVisible());
         QCOMPARE(main.lblWeddingCount()->text(), QStringLiteral("עוד 0 ימים לחתונה..."));
-        // Nothing stored: the window system chooses the place, none is forced on it.
-        QVERIFY(!main.testAttribute(Qt::WA_Moved));
+        QVERIFY(!main.testAttribute(Qt::WA_Moved)); // nothing stored: the window system chooses the place
         int opened = 0;
         test::NextModal options([&](QWidget* modal) {
             ++opened;
@@ -72,20 +63,17 @@ private slots:
         });
         QTRY_VERIFY(options.seen());
         QTest::qWait(700); // a few more ticks
-        QCOMPARE(opened, 1);
-        QVERIFY(!program.state.OptionsPending);
+        QVERIFY(opened == 1 && !program.state.OptionsPending);
 
         program.prompts.expectMapSaveQuestion(PromptAnswer::Ok); // a first run has no places stored yet
         main.close();
 
-        // The second start finds everything in place and says nothing; a placement that
-        // fits no screen is brought onto one, its title bar on the screen.
+        // The second start says nothing; a placement off every screen comes onto one, title bar and all.
         UserStore store;
         store.write(keys::MainLeft, QString::number(INT_MAX));
         store.write(keys::MainTop, QStringLiteral("-90000"));
         store.write(keys::MainWidth, QString::number(INT_MAX));
-        QVERIFY(program.start(dir.path()));
-        QVERIFY(!program.state.OptionsPending);
+        QVERIFY(program.start(dir.path()) && !program.state.OptionsPending);
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
         QVERIFY2(screen.contains(program.main().frameGeometry().topLeft()), "title bar off screen");
         QCOMPARE(program.main().width(), screen.width());
@@ -123,65 +111,49 @@ private slots:
         QCOMPARE(main.grid()->currentIndex().row(), 39999);
     }
 
-    void aDatabaseThatIsNoWeddingEndsTheStart_data()
-    {
-        QTest::addColumn<bool>("otherTable");
-        QTest::newRow("an empty file") << false;
-        QTest::newRow("a database of other tables") << true;
-    }
-
     void aDatabaseThatIsNoWeddingEndsTheStart()
     {
-        QFETCH(bool, otherTable);
-        QTemporaryDir dir;
-        const QString file = dir.filePath(QStringLiteral("Velmora.mdb"));
-        if (otherTable) {
-            store::Database db = store::Database::create(file);
-            store::TableDef other = db.createTableDef(QStringLiteral("OTHER"));
-            other.appendField(other.createField(QStringLiteral("A"), store::FieldType::Byte));
-            db.appendTableDef(other);
-        } else {
-            test::writeFile(file, {});
+        for (const bool otherTable : {false, true}) {
+            QTemporaryDir dir;
+            const QString file = dir.filePath(QStringLiteral("Velmora.mdb"));
+            if (!otherTable) {
+                test::writeFile(file, {});
+            } else {
+                store::Database db = store::Database::create(file);
+                store::TableDef other = db.createTableDef(QStringLiteral("OTHER"));
+                other.appendField(other.createField(QStringLiteral("A"), store::FieldType::Byte));
+                db.appendTableDef(other);
+            }
+            WeddingState state;
+            test::ScriptedPrompts prompts;
+            prompts.expectMessage(PromptIcon::Critical, QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה\r\n"
+                                                        "www.velmora.co.il\r\nsupport@velmora.co.il"),
+                                  QStringLiteral("שדרוג גירסת תוכנה"));
+            QVERIFY(!ui::Main(state, prompts, dir.path()));
+            QCOMPARE(QFileInfo(file).size() == 0, !otherTable); // the empty file is not made anew
         }
-        WeddingState state;
-        test::ScriptedPrompts prompts;
-        prompts.expectMessage(PromptIcon::Critical,
-                              QStringLiteral("!ארעה שגיאה קריטית בתהליך שדרוג התוכנה\r\nwww.velmora.co.il\r\nsupport@velmora.co.il"),
-                              QStringLiteral("שדרוג גירסת תוכנה"));
-        QVERIFY(!ui::Main(state, prompts, dir.path()));
-        QCOMPARE(QFileInfo(file).size() == 0, !otherTable); // the empty file is not made anew
     }
 
-    void aStoredPlacementIsBroughtOntoTheScreens_data()
-    {
-        QTest::addColumn<StoredPlacement>("stored");
-        QTest::addColumn<std::optional<QPoint>>("position");
-        QTest::addColumn<QSize>("size");
-        using P = std::optional<QPoint>;
-        const std::optional<int> no;
-        // Two screens side by side (see below); built 800 by 450, at least 300 by 200.
-        QTest::newRow("nothing stored") << StoredPlacement{} << P() << QSize(800, 450);
-        QTest::newRow("only a size") << StoredPlacement{no, 50, 1000, 700} << P() << QSize(1000, 700);
-        QTest::newRow("largest numbers") << StoredPlacement{INT_MAX, INT_MAX, INT_MAX, INT_MAX} << P({1920, 0})
-                                         << QSize(1280, 994);
-        QTest::newRow("smallest numbers") << StoredPlacement{INT_MIN, INT_MIN, INT_MIN, -1} << P({0, 30}) << QSize(800, 450);
-        QTest::newRow("too small") << StoredPlacement{10, 40, 5, 5} << P({10, 40}) << QSize(300, 200);
-        QTest::newRow("second screen") << StoredPlacement{2000, 100, 800, 600} << P({2000, 100}) << QSize(800, 600);
-        QTest::newRow("over its edge") << StoredPlacement{2900, 900, 800, 600} << P({2400, 394}) << QSize(800, 600);
-        QTest::newRow("monitor gone") << StoredPlacement{-1900, 300, 800, 600} << P({0, 300}) << QSize(800, 600);
-    }
-
+    // Two screens side by side; built 800 by 450, at least 300 by 200.
     void aStoredPlacementIsBroughtOntoTheScreens()
     {
-        QFETCH(StoredPlacement, stored);
-        QFETCH(std::optional<QPoint>, position);
-        QFETCH(QSize, size);
+        const std::optional<int> no;
+        const struct { const char* name; StoredPlacement stored; std::optional<QPoint> position; QSize size; } rows[] = {
+            {"nothing stored", {}, {}, {800, 450}},
+            {"only a size", {no, 50, 1000, 700}, {}, {1000, 700}},
+            {"largest numbers", {INT_MAX, INT_MAX, INT_MAX, INT_MAX}, QPoint(1920, 0), {1280, 994}},
+            {"smallest numbers", {INT_MIN, INT_MIN, INT_MIN, -1}, QPoint(0, 30), {800, 450}},
+            {"too small", {10, 40, 5, 5}, QPoint(10, 40), {300, 200}},
+            {"second screen", {2000, 100, 800, 600}, QPoint(2000, 100), {800, 600}},
+            {"over its edge", {2900, 900, 800, 600}, QPoint(2400, 394), {800, 600}},
+            {"monitor gone", {-1900, 300, 800, 600}, QPoint(0, 300), {800, 600}},
+        };
         const QList<QRect> screens = {QRect(0, 30, 1920, 1050), QRect(1920, 0, 1280, 994)};
-        const Placement placed = PlaceOnScreens(stored, QSize(800, 450), QSize(300, 200), screens);
-        QCOMPARE(placed.position, position);
-        QCOMPARE(placed.size, size);
+        for (const auto& row : rows) {
+            const Placement placed = PlaceOnScreens(row.stored, QSize(800, 450), QSize(300, 200), screens);
+            QVERIFY2(placed.position == row.position && placed.size == row.size, row.name);
+        }
     }
-
 };
 
 VELMORA_TEST_MAIN(StartupTest)

@@ -5,15 +5,13 @@
 
 namespace velmora::test {
 
-// While it lives, no file of this process may grow past `bytes`: a write beyond fails
-// with EFBIG, as it would on a full disk (SIGXFSZ is ignored so that it fails instead of
-// killing the test). The old limit comes back at its end.
+// While it lives, no file may grow past `bytes`: a write beyond fails with EFBIG, as on a full disk.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t bytes = 0)
     {
         getrlimit(RLIMIT_FSIZE, &m_old);
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        m_handler = std::signal(SIGXFSZ, SIG_IGN); // the write fails instead of killing the test
         rlimit limit = m_old;
         limit.rlim_cur = bytes;
         setrlimit(RLIMIT_FSIZE, &limit);

@@ -5,7 +5,6 @@
 #include <QWidget>
 
 #include <functional>
-#include <memory>
 
 namespace velmora::test {
 
@@ -14,22 +13,20 @@ class NextModal {
 public:
     explicit NextModal(std::function<void(QWidget*)> act) : m_act(std::move(act))
     {
-        m_timer = std::make_unique<QTimer>();
-        m_timer->setInterval(10);
-        QObject::connect(m_timer.get(), &QTimer::timeout, [this] {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] {
             if (QWidget* modal = QApplication::activeModalWidget()) {
-                m_timer->stop();
+                m_timer.stop();
                 m_seen = true;
                 m_act(modal);
             }
         });
-        m_timer->start();
+        m_timer.start(10);
     }
     bool seen() const { return m_seen; }
 
 private:
     std::function<void(QWidget*)> m_act;
-    std::unique_ptr<QTimer> m_timer;
+    QTimer m_timer;
     bool m_seen = false;
 };
 

@@ -19,9 +19,8 @@ QString output(const QString& program, const QStringList& arguments)
 
 QString pdfText(const QString& path)
 {
-    QString text = output(QStringLiteral("pdftotext"), {path, QStringLiteral("-")});
-    text.remove(QChar(0x202A)).remove(QChar(0x202B)).remove(QChar(0x202C));
-    return text;
+    return output(QStringLiteral("pdftotext"), {path, QStringLiteral("-")}).remove(QChar(0x202A)).remove(QChar(0x202B))
+        .remove(QChar(0x202C));
 }
 
 int pdfPages(const QString& path)

@@ -4,8 +4,7 @@
 
 namespace velmora::test {
 
-// A printed PDF read back with poppler's tools: its text in reading order, without the
-// marks that wrap right-to-left runs, and its number of pages (-1 when unreadable).
+// A printed PDF read by poppler: its text without right-to-left marks; its pages (-1: unreadable).
 QString pdfText(const QString& path);
 int pdfPages(const QString& path);
 

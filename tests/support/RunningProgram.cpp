@@ -7,11 +7,6 @@
 
 namespace velmora::test {
 
-RunningProgram::~RunningProgram()
-{
-    stop();
-}
-
 bool RunningProgram::start(const QString& folder)
 {
     stop();
@@ -22,9 +17,7 @@ bool RunningProgram::start(const QString& folder)
 
 void RunningProgram::stop()
 {
-    if (!windows)
-        return;
-    if (windows->main->isVisible()) {
+    if (windows && windows->main->isVisible()) {
         windows->tableMap->SaveTablePositions();
         windows->main->close();
     }
@@ -37,15 +30,8 @@ void RunningProgram::finish()
     prompts.verifyDone();
 }
 
-ui::MainWindow& RunningProgram::main() const
-{
-    return *windows->main;
-}
-
-ui::TableMapWindow& RunningProgram::map() const
-{
-    return *windows->tableMap;
-}
+ui::MainWindow& RunningProgram::main() const { return *windows->main; }
+ui::TableMapWindow& RunningProgram::map() const { return *windows->tableMap; }
 
 void RunningProgram::chooseGroup(int index) const
 {

@@ -17,7 +17,7 @@ namespace velmora::test {
 // The whole program started on a wedding folder, its prompts scripted.
 class RunningProgram {
 public:
-    ~RunningProgram();
+    ~RunningProgram() { stop(); }
 
     WeddingState state;
     ScriptedPrompts prompts;

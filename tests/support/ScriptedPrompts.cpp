@@ -6,18 +6,13 @@ namespace velmora::test {
 
 namespace {
 
+// Outside a test function there is nothing to fail: say it loudly instead.
 void failTest(const QString& message)
 {
-    // Outside a test function there is nothing to fail: say it loudly instead.
     if (QTest::currentTestFunction())
         QTest::qFail(qPrintable(message), __FILE__, __LINE__);
     else
         qCritical("%s", qPrintable(message));
-}
-
-RecordedPrompt plain(PromptKind kind, const QString& title = {}, const QString& text = {})
-{
-    return {.kind = kind, .title = title, .text = text};
 }
 
 // A file, colour or printer dialog's answer; none when the script cancels it.
@@ -27,22 +22,20 @@ PromptResult<T> answered(const std::optional<T>& value)
     return value ? PromptResult<T>{*value, {}} : PromptResult<T>::cancelled();
 }
 
-} // namespace
-
 QString describe(const RecordedPrompt& p)
 {
     static const char* const kinds[] = {"message", "input", "open-file", "save-file", "colour", "printer", "beep"};
     return QStringLiteral("%1 [icon %2, buttons %3, default %4] \"%5\": \"%6\"")
-        .arg(QString::fromLatin1(kinds[int(p.kind)]))
-        .arg(int(p.icon))
-        .arg(int(p.buttons))
-        .arg(int(p.defaultButton))
+        .arg(QLatin1String(kinds[int(p.kind)])).arg(int(p.icon)).arg(int(p.buttons)).arg(int(p.defaultButton))
         .arg(p.title, p.text);
 }
 
-ScriptedPrompts::~ScriptedPrompts()
+} // namespace
+
+ScriptedPrompts& ScriptedPrompts::add(Step step)
 {
-    verifyDone();
+    m_script.push_back(std::move(step));
+    return *this;
 }
 
 ScriptedPrompts& ScriptedPrompts::expectMessage(PromptIcon icon, const QString& text, const QString& title)
@@ -59,12 +52,8 @@ ScriptedPrompts& ScriptedPrompts::expectQuestion(const QString& text, PromptAnsw
 ScriptedPrompts& ScriptedPrompts::expectBox(PromptIcon icon, const QString& text, const QString& title,
                                             PromptButtons buttons, PromptAnswer defaultButton, PromptAnswer answer)
 {
-    Step step;
-    step.expected = {.kind = PromptKind::Message, .icon = icon, .title = title, .text = text, .buttons = buttons,
-                     .defaultButton = defaultButton};
-    step.answer = answer;
-    m_script.push_back(step);
-    return *this;
+    return add({.expected = {.kind = PromptKind::Message, .icon = icon, .title = title, .text = text,
+                             .buttons = buttons, .defaultButton = defaultButton}, .answer = answer});
 }
 
 ScriptedPrompts& ScriptedPrompts::expectMapSaveQuestion(PromptAnswer answer)
@@ -75,47 +64,30 @@ ScriptedPrompts& ScriptedPrompts::expectMapSaveQuestion(PromptAnswer answer)
 
 ScriptedPrompts& ScriptedPrompts::expectInput(const QString& prompt, const QString& answer, const QString& title)
 {
-    Step step;
-    step.expected = plain(PromptKind::Input, title, prompt);
-    step.input = answer;
-    m_script.push_back(step);
-    return *this;
-}
-
-ScriptedPrompts& ScriptedPrompts::expectDialog(PromptKind kind, const std::function<void(Step&)>& answer)
-{
-    Step step;
-    step.expected = plain(kind);
-    step.checkDetails = false;
-    answer(step);
-    m_script.push_back(step);
-    return *this;
+    return add({.expected = {.kind = PromptKind::Input, .title = title, .text = prompt}, .input = answer});
 }
 
 ScriptedPrompts& ScriptedPrompts::expectOpenFile(const std::optional<QString>& path)
 {
-    return expectDialog(PromptKind::OpenFile, [&](Step& step) { step.path = path; });
+    return add({.expected = {.kind = PromptKind::OpenFile}, .path = path});
 }
 
 ScriptedPrompts& ScriptedPrompts::expectSaveFile(const std::optional<QString>& path)
 {
-    return expectDialog(PromptKind::SaveFile, [&](Step& step) { step.path = path; });
+    return add({.expected = {.kind = PromptKind::SaveFile}, .path = path});
 }
 
 ScriptedPrompts& ScriptedPrompts::expectColour(const std::optional<QColor>& colour)
 {
-    return expectDialog(PromptKind::Colour, [&](Step& step) { step.colour = colour; });
+    return add({.expected = {.kind = PromptKind::Colour}, .colour = colour});
 }
 
 ScriptedPrompts& ScriptedPrompts::expectPrinter(const std::optional<PrinterRequest>& choice)
 {
-    return expectDialog(PromptKind::Printer, [&](Step& step) { step.printer = choice; });
+    return add({.expected = {.kind = PromptKind::Printer}, .printer = choice});
 }
 
-ScriptedPrompts& ScriptedPrompts::expectBeep()
-{
-    return expectDialog(PromptKind::Beep, [](Step&) {});
-}
+ScriptedPrompts& ScriptedPrompts::expectBeep() { return add({.expected = {.kind = PromptKind::Beep}}); }
 
 bool ScriptedPrompts::verifyDone()
 {
@@ -139,14 +111,14 @@ std::optional<ScriptedPrompts::Step> ScriptedPrompts::take(const RecordedPrompt&
     Step step = m_script.front();
     m_script.pop_front();
     const RecordedPrompt& e = step.expected;
+    // Dialogs are checked by kind; boxes and input boxes word for word.
     const bool same = e.kind == shown.kind
-        && (!step.checkDetails
+        && (e.kind > PromptKind::Input
             || (e.icon == shown.icon && e.title == shown.title && e.text == shown.text && e.buttons == shown.buttons
                 && e.defaultButton == shown.defaultButton));
-    if (!same) {
+    if (!same)
         failTest(QStringLiteral("Prompt differs from the script.\n  expected: %1\n  shown:    %2")
                      .arg(describe(e), describe(shown)));
-    }
     return step;
 }
 
@@ -156,47 +128,38 @@ PromptAnswer ScriptedPrompts::show(const MessageRequest& request)
                             .title = request.title.isEmpty() ? DefaultCaption : request.title, .text = request.text,
                             .buttons = request.buttons, .defaultButton = request.defaultButton,
                             .leftToRight = request.leftToRight});
-    if (!step)
-        return request.buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Cancel;
-    return step->answer;
+    return step ? step->answer : request.buttons == PromptButtons::Ok ? PromptAnswer::Ok : PromptAnswer::Cancel;
 }
 
 QString ScriptedPrompts::inputBox(const InputRequest& request)
 {
-    const auto step = take(plain(PromptKind::Input, request.title.isEmpty() ? DefaultCaption : request.title,
-                                 request.prompt));
+    const auto step = take({.kind = PromptKind::Input, .title = request.title.isEmpty() ? DefaultCaption : request.title,
+                            .text = request.prompt});
     return step ? step->input : QString();
 }
 
-PromptResult<QString> ScriptedPrompts::openFile(const FileRequest& request)
+PromptResult<QString> ScriptedPrompts::fileDialog(PromptKind kind, const FileRequest& request)
 {
     m_fileRequests.push_back(request);
-    const auto step = take(plain(PromptKind::OpenFile, request.title, request.filter));
+    const auto step = take({.kind = kind, .title = request.title, .text = request.filter});
     return answered(step ? step->path : std::nullopt);
 }
 
-PromptResult<QString> ScriptedPrompts::saveFile(const FileRequest& request)
-{
-    m_fileRequests.push_back(request);
-    const auto step = take(plain(PromptKind::SaveFile, request.title, request.filter));
-    return answered(step ? step->path : std::nullopt);
-}
+PromptResult<QString> ScriptedPrompts::openFile(const FileRequest& request) { return fileDialog(PromptKind::OpenFile, request); }
+PromptResult<QString> ScriptedPrompts::saveFile(const FileRequest& request) { return fileDialog(PromptKind::SaveFile, request); }
 
 PromptResult<QColor> ScriptedPrompts::chooseColour(const QColor& /*initial*/)
 {
-    const auto step = take(plain(PromptKind::Colour));
+    const auto step = take({.kind = PromptKind::Colour});
     return answered(step ? step->colour : std::nullopt);
 }
 
 PromptResult<PrinterRequest> ScriptedPrompts::choosePrinter(const PrinterRequest& /*proposal*/)
 {
-    const auto step = take(plain(PromptKind::Printer));
+    const auto step = take({.kind = PromptKind::Printer});
     return answered(step ? step->printer : std::nullopt);
 }
 
-void ScriptedPrompts::beep()
-{
-    take(plain(PromptKind::Beep));
-}
+void ScriptedPrompts::beep() { take({.kind = PromptKind::Beep}); }
 
 } // namespace velmora::test

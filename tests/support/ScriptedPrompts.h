@@ -3,7 +3,6 @@
 #include "app/Prompts.h"
 
 #include <deque>
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -13,24 +12,21 @@ namespace velmora::test {
 struct RecordedPrompt {
     PromptKind kind = PromptKind::Message;
     PromptIcon icon = PromptIcon::None;
-    QString title; // the caption as shown: "Velmora" when none was given
-    QString text;
+    QString title{}; // the caption as shown: "Velmora" when none was given
+    QString text{};
     PromptButtons buttons = PromptButtons::Ok;
     PromptAnswer defaultButton = PromptAnswer::Ok;
     bool leftToRight = false;
 };
 
-// The prompt double: each expected prompt is checked against what the code shows and
-// answered from the script. A prompt nobody expected, a prompt that differs from the
-// expected one, and an expected prompt that never came each fail the running test.
+// The prompt double, answering from a script: an unexpected, different or missing prompt fails the test.
 class ScriptedPrompts : public Prompts {
 public:
-    ~ScriptedPrompts() override;
+    ~ScriptedPrompts() override { verifyDone(); }
 
     ScriptedPrompts& expectMessage(PromptIcon icon, const QString& text, const QString& title = DefaultCaption);
     ScriptedPrompts& expectQuestion(const QString& text, PromptAnswer answer, const QString& title = DefaultCaption,
-                                    PromptButtons buttons = PromptButtons::YesNo,
-                                    PromptAnswer defaultButton = PromptAnswer::Yes);
+                                    PromptButtons buttons = PromptButtons::YesNo, PromptAnswer defaultButton = PromptAnswer::Yes);
     ScriptedPrompts& expectBox(PromptIcon icon, const QString& text, const QString& title, PromptButtons buttons,
                                PromptAnswer defaultButton, PromptAnswer answer);
     // The map's question whether to keep the tables' places, asked when it closes.
@@ -61,22 +57,20 @@ public:
 private:
     struct Step {
         RecordedPrompt expected;
-        bool checkDetails = true;
         PromptAnswer answer = PromptAnswer::Ok;
-        QString input;
-        std::optional<QString> path;
-        std::optional<QColor> colour;
-        std::optional<PrinterRequest> printer;
+        QString input{};
+        std::optional<QString> path{};
+        std::optional<QColor> colour{};
+        std::optional<PrinterRequest> printer{};
     };
 
+    ScriptedPrompts& add(Step step);
     std::optional<Step> take(const RecordedPrompt& shown);
-    ScriptedPrompts& expectDialog(PromptKind kind, const std::function<void(Step&)>& answer);
+    PromptResult<QString> fileDialog(PromptKind kind, const FileRequest& request);
 
     std::deque<Step> m_script;
     std::vector<RecordedPrompt> m_history;
     std::vector<FileRequest> m_fileRequests;
 };
-
-QString describe(const RecordedPrompt& prompt);
 
 } // namespace velmora::test

@@ -7,11 +7,8 @@
 
 namespace velmora::test {
 
-// What a user sees of a text shown in a widget's direction: for each line, the character
-// drawn leftmost and the one drawn rightmost ("?ה" for "?האם"), lines joined by a blank.
-// Laid out as a label, a box or a menu lays out plain text; direction marks and blanks
-// draw nothing and are passed over. Qt::LayoutDirectionAuto stands for a window manager's
-// title, which takes its direction from the text.
+// Per line of a text laid out as widgets do, the characters drawn leftmost and rightmost ("?ה" for "?האם"),
+// joined by blanks; marks and blanks pass. Qt::LayoutDirectionAuto: a window title, directed by its text.
 inline QString lineEnds(const QString& shown, Qt::LayoutDirection direction, const QFont& font = QFont())
 {
     QStringList ends;

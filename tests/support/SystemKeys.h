@@ -11,27 +11,17 @@ namespace velmora::test {
 inline QString systemText(int key)
 {
     switch (key) {
-    case Qt::Key_Tab:
-        return QStringLiteral("\t");
-    case Qt::Key_Backspace:
-        return QStringLiteral("\b");
-    case Qt::Key_Delete:
-        return QStringLiteral("\x7f");
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return QStringLiteral("\r");
-    case Qt::Key_Escape:
-        return QStringLiteral("\x1b");
-    case Qt::Key_Space:
-        return QStringLiteral(" ");
-    default:
-        // Digits, Latin and Hebrew letters and signs: the key code is the character.
-        return key >= 0x20 && key < 0x1000 ? QString(QChar(key)) : QString();
+    case Qt::Key_Tab: return QStringLiteral("\t");
+    case Qt::Key_Backspace: return QStringLiteral("\b");
+    case Qt::Key_Delete: return QStringLiteral("\x7f");
+    case Qt::Key_Return: case Qt::Key_Enter: return QStringLiteral("\r");
+    case Qt::Key_Escape: return QStringLiteral("\x1b");
     }
+    // The blank, digits, Latin and Hebrew letters and signs: the key code is the character.
+    return key >= 0x20 && key < 0x1000 ? QString(QChar(key)) : QString();
 }
 
-// One key pressed and released the way the window system delivers it: to the window that
-// has the focus, then to its focus widget, carrying the key's text.
+// One key as the window system delivers it: to the focus window, then its focus widget, with its text.
 inline void pressKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QTest::sendKeyEvent(QTest::Click, QGuiApplication::focusWindow(), Qt::Key(key), systemText(key), modifiers);

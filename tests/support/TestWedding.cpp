@@ -12,10 +12,7 @@
 
 namespace velmora::test {
 
-void clearUserStore()
-{
-    QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear();
-}
+void clearUserStore() { QSettings(QStringLiteral("Velmora"), QStringLiteral("Velmora")).clear(); }
 
 QVariantMap invitation(const QString& family, const QString& first, int people, int confirm, const QVariant& table,
                        const QString& phones, const QString& group)
@@ -52,10 +49,7 @@ Failure failureIn(const std::function<void()>& step)
     return Failure(0, {});
 }
 
-int failureOf(const std::function<void()>& step)
-{
-    return failureIn(step).number();
-}
+int failureOf(const std::function<void()>& step) { return failureIn(step).number(); }
 
 TestWedding::TestWedding()
 {
@@ -80,8 +74,7 @@ void TestWedding::createDatabase()
 
 void TestWedding::addInvitation(const QVariantMap& fields)
 {
-    store::Database db = open();
-    store::Recordset rs = db.openRecordset(QStringLiteral("select * from VELMORA_LIST"));
+    store::Recordset rs = open().openRecordset(QStringLiteral("select * from VELMORA_LIST"));
     rs.addNew();
     rs.setValue(QStringLiteral("FIRST_NAME"), QStringLiteral("x"));
     rs.setValue(QStringLiteral("FAMILY_NAME"), QStringLiteral("x"));
@@ -110,14 +103,7 @@ QVariant TestWedding::value(const QString& family, const QString& first, const Q
     return row(family, first).value(field);
 }
 
-store::Database TestWedding::open() const
-{
-    return store::Database::open(state.databaseFile());
-}
-
-int TestWedding::count(const QString& sql) const
-{
-    return open().openRecordset(sql).recordCount();
-}
+store::Database TestWedding::open() const { return store::Database::open(state.databaseFile()); }
+int TestWedding::count(const QString& sql) const { return open().openRecordset(sql).recordCount(); }
 
 } // namespace velmora::test
