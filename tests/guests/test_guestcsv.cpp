@@ -92,8 +92,8 @@ private slots:
         };
         const char* full = "לא ניתן להושיב יותר מ- 10 איש בשולחן";
         add("accepted", {row({{F::Gift, "₪100"}, {F::Table, "5"}})}, "", Kind::Add);
-        add("no family name, no people, no table: the first check speaks",
-            {row({{F::FamilyName, "  "}, {F::People, "0"}, {F::Table, "99"}})}, "השדות שם משפחה\\פרטי אינם יכולים להיות ריקים.");
+        add("no family name, no people, no table: the first check speaks", {row({{F::FamilyName, "  "}, {F::People, "0"},
+            {F::Table, "99"}})}, "השדות שם משפחה\\פרטי אינם יכולים להיות ריקים.");
         add("cash gift in words", {row({{F::Gift, "מאה"}, {F::GiftKind, "מזומן"}})}, "השדה מתנה חייב להיות מספרי.");
         add("seated but not coming", {row({{F::Table, "3"}, {F::Answer, "לא"}})}, "הושבת אורח שלא מגיע לשולחן אינה אפשרית");
         add("table full", {row({{F::Table, "5"}, {F::People, "3"}})}, full);
@@ -146,12 +146,13 @@ private slots:
         test::TestWedding wedding;
         prepare(wedding);
         const QStringList head = {"Last name", "First name", "Phone", "People", "Table"};
-        const store::CsvTable table = file({{"לוי", "דנה", "052", people, "5"}, {"כהן", "רון", "053", "1"}, {"כהן", "רון", "054", "1"}}, head);
+        const store::CsvTable table =
+            file({{"לוי", "דנה", "052", people, "5"}, {"כהן", "רון", "053", "1"}, {"כהן", "רון", "054", "1"}}, head);
         const guests::ImportCounts done = guests::ImportGuests(wedding.state, table, guests::GuessColumns(head), true,
                                                                guests::Duplicates(mode));
         QCOMPARE((QList<int>{done.add, done.update, done.skip, done.refused}), counts);
         QCOMPARE(wedding.count(QStringLiteral("select * from VELMORA_LIST")), 2);
-        auto field = [&](const char* family, const char* first, const char* name) { return wedding.value(family, first, name).toString(); };
+        auto field = [&](const char* family, const char* first, const char* f) { return wedding.value(family, first, f).toString(); };
         QCOMPARE(field("לוי", "דנה", "PHONES") + u' ' + field("כהן", "רון", "PHONES"), phones);
         QCOMPARE(field("לוי", "דנה", "LIST_GROUP") + field("לוי", "דנה", "REMARK"), QStringLiteral("2ותיקה"));
     }

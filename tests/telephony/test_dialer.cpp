@@ -66,7 +66,7 @@ public:
     void open() override
     {
         PortScript& script = ports[size_t(m_port - 1)];
-        log << (script.opens ? QStringLiteral("open %1") : QStringLiteral("refused %1")).arg(m_port);
+        log << (script.opens ? "open " : "refused ") + QString::number(m_port);
         if (!script.opens)
             throw Failure(8002, QStringLiteral("Invalid port number"));
         script.opens = script.reopens;
@@ -74,11 +74,7 @@ public:
         arrived.clear();
         coming.clear();
     }
-    void close() override
-    {
-        m_open = false;
-        log << QStringLiteral("close %1").arg(m_port);
-    }
+    void close() override { m_open = false; log << "close " + QString::number(m_port); }
     bool isOpen() const override { return m_open; }
     int inBufferCount() override { return int(arrived.size()); }
     void clearInBuffer() override { arrived.clear(); }
@@ -129,10 +125,8 @@ public:
     qint64 now() override { return m_now; }
     bool wait(int milliseconds) override
     {
-        if (++m_waits > 10000) {
-            QTest::qFail("the dialer never stopped waiting", __FILE__, __LINE__);
-            return false;
-        }
+        if (++m_waits > 10000)
+            return QTest::qFail("the dialer never stopped waiting", __FILE__, __LINE__), false;
         m_woken = false;
         const qint64 until = m_now + milliseconds;
         while (!m_woken && !actions.empty() && actions.begin()->first <= until) {
@@ -198,7 +192,6 @@ private:
                               !m_window->cmdCancel->isEnabled()}),
                  QList<bool>(4, idleControls));
     }
-    void expectPickUp() { m_prompts.expectBeep().expectMessage(PromptIcon::None, PickUp); }
 
 private slots:
     void init()
@@ -224,8 +217,7 @@ private slots:
         QTest::addColumn<QStringList>("log"); // o: opened, probed a second, closed; r: refused
         QTest::addColumn<int>("found");
         Ports closed;
-        for (PortScript& port : closed)
-            port.opens = false;
+        closed.fill({.opens = false});
         Ports inUse = modemOn(4);
         inUse[0].opens = inUse[2].opens = false;
         Ports two = modemOn(1);
@@ -239,9 +231,8 @@ private slots:
     {
         QFETCH(Ports, ports);
         QFETCH(QStringList, log);
-        QFETCH(int, found);
         m_port->ports = ports;
-        QCOMPARE(int(dialer().FindModem()), found);
+        QTEST(int(dialer().FindModem()), "found");
         QStringList expected;
         for (const QString& step : log) {
             const QString port = step.mid(1);
@@ -260,34 +251,25 @@ private slots:
         QTest::addColumn<QStringList>("actions");
         QTest::addColumn<QStringList>("prompts"); // "beep", "quit Ok|Cancel", "!" before a warning's text
         QTest::addColumn<QStringList>("calls");
+        auto add = [](const char* name, const Ports& ports, const QStringList& actions, const QStringList& prompts,
+                      const QStringList& calls) { QTest::newRow(name) << ports << actions << prompts << calls; };
         const QStringList dialled{"1 ATDT0501234567;\r", "1 ATH\r"};
         const QStringList pickUp{"beep", PickUp};
-        Ports lost = modemOn(1);
+        Ports lost = modemOn(1), failing = modemOn(1);
         lost[0].reopens = false;
-        Ports failing = modemOn(1);
         failing[0].hangUpFails = true;
-
-        QTest::newRow("no modem") << Ports() << QStringList() << QStringList{NoModem} << QStringList();
-        QTest::newRow("the modem's port lost before the dial")
-            << lost << QStringList()
-            << QStringList{QStringLiteral("COM1 is not available.\rChange the CommPort property to another port.")}
-            << QStringList();
-        QTest::newRow("a failed step is reported after the call")
-            << failing << QStringList() << pickUp + QStringList{"!8021 The modem is gone"} << dialled;
-        QTest::newRow("cancel while dialling") << modemOn(1, -1) << QStringList{"1500 cancel"} << QStringList()
-                                               << dialled;
-        QTest::newRow("cancel while searching, then a modem: dialled and hung up at once")
-            << modemOn(3) << QStringList{"500 cancel"} << QStringList()
-            << QStringList{"3 ATDT0501234567;\r", "3 ATH\r"};
-        QTest::newRow("dial again after a cancelled search: the search ends, the new call runs")
-            << modemOn(2) << QStringList{"500 cancel", "700 dial 03-1111111"} << pickUp
-            << QStringList{"2 ATDT031111111;\r", "2 ATH\r"};
-        QTest::newRow("quit as the modem answers, OK: nobody is asked to pick up")
-            << modemOn(1, 100) << QStringList{"1100 close Ok"} << QStringList{"quit Ok"} << dialled;
-        QTest::newRow("quit while searching, OK: no more ports, no message")
-            << Ports() << QStringList{"1400 close Ok"} << QStringList{"quit Ok"} << QStringList();
-        QTest::newRow("quit while dialling, Cancel") << modemOn(1) << QStringList{"1100 close Cancel"}
-                                                     << QStringList{"quit Cancel"} + pickUp << dialled;
+        add("no modem", {}, {}, {NoModem}, {});
+        add("port lost before the dial", lost, {},
+            {"COM1 is not available.\rChange the CommPort property to another port."}, {});
+        add("a failed step reported after the call", failing, {}, {"beep", PickUp, "!8021 The modem is gone"}, dialled);
+        add("cancel while dialling", modemOn(1, -1), {"1500 cancel"}, {}, dialled);
+        add("cancel while searching, then a modem: dialled and hung up at once", modemOn(3), {"500 cancel"}, {},
+            {"3 ATDT0501234567;\r", "3 ATH\r"});
+        add("dial again after a cancelled search: the search ends, the new call runs", modemOn(2),
+            {"500 cancel", "700 dial 03-1111111"}, pickUp, {"2 ATDT031111111;\r", "2 ATH\r"});
+        add("quit as the modem answers, OK: no pick-up asked", modemOn(1, 100), {"1100 close Ok"}, {"quit Ok"}, dialled);
+        add("quit while searching, OK: no more ports, no message", {}, {"1400 close Ok"}, {"quit Ok"}, {});
+        add("quit while dialling, Cancel", modemOn(1), {"1100 close Cancel"}, {"quit Cancel", "beep", PickUp}, dialled);
     }
     void aCallEndsAsTheModemAndTheUserDecide()
     {
@@ -309,16 +291,13 @@ private slots:
         }
         bool stays = true;
         for (const QString& prompt : prompts) {
-            if (prompt == u"beep") {
+            const bool warning = prompt.startsWith(u'!');
+            if (prompt == u"beep")
                 m_prompts.expectBeep();
-            } else if (prompt.startsWith(u"quit ")) {
-                stays = prompt.endsWith(u"Cancel");
-                expectQuit(m_prompts, stays ? PromptAnswer::Cancel : PromptAnswer::Ok);
-            } else if (prompt.startsWith(u'!')) {
-                m_prompts.expectMessage(PromptIcon::Warning, prompt.mid(1));
-            } else {
-                m_prompts.expectMessage(PromptIcon::None, prompt);
-            }
+            else if (prompt.startsWith(u"quit "))
+                expectQuit(m_prompts, (stays = prompt.endsWith(u"Cancel")) ? PromptAnswer::Cancel : PromptAnswer::Ok);
+            else
+                m_prompts.expectMessage(warning ? PromptIcon::Warning : PromptIcon::None, prompt.mid(warning ? 1 : 0));
         }
         dial(QStringLiteral("050-1234567"));
         QCOMPARE(m_port->calls(), calls);
@@ -345,7 +324,7 @@ private slots:
             QTest::keyClick(m_window.get(), Qt::Key_Escape);
             QVERIFY(m_window->isVisible());
         });
-        expectPickUp();
+        m_prompts.expectBeep().expectMessage(PromptIcon::None, PickUp);
         m_prompts.onShow = [&] {
             QCOMPARE(dialer().phase(), DialerPhase::Prompt);
             QVERIFY(m_window->cmdCancel->isEnabled() && m_port->isOpen());
@@ -365,8 +344,8 @@ private slots:
     {
         test::TestWedding wedding;
         wedding.createWedding(100);
-        wedding.addInvitation(test::invitation("כהן", "דנה", 2, 1, {}, QStringLiteral("03-6412345, 050-7654321")));
-        wedding.addInvitation(test::invitation("לוי", "רון", 1, 0, {}, QString()));
+        wedding.addInvitation(test::invitation("כהן", "דנה", 2, 1, {}, "03-6412345, 050-7654321"));
+        wedding.addInvitation(test::invitation("לוי", "רון", 1, 0, {}, ""));
         test::RunningProgram program;
         QVERIFY(program.start(wedding.folder()));
         ui::MainWindow& main = program.main();
@@ -383,16 +362,14 @@ private slots:
         // Asked for again while the search runs: the call goes on.
         main.grid()->setCurrentIndex(main.listModel().index(0, 2));
         clock.actions.emplace(1500, [&] { main.toolButton(5)->trigger(); });
-        program.prompts.expectMessage(PromptIcon::None,
-                                      QStringLiteral("Port is all-ready in use [03-6412345, 050-7654321]"),
+        program.prompts.expectMessage(PromptIcon::None, QStringLiteral("Port is all-ready in use [03-6412345, 050-7654321]"),
                                       QStringLiteral("Warning..."));
         program.prompts.expectBeep().expectMessage(PromptIcon::None, PickUp);
         main.action(QStringLiteral("mnuDial"))->trigger();
         QVERIFY(window.isVisible());
         QCOMPARE(window.layoutDirection(), Qt::LeftToRight);
         const QRect frame = main.frameGeometry(); // the dialer opens at the main window's centre
-        QCOMPARE(window.frameGeometry().topLeft(),
-                 QPoint(frame.left() + frame.width() / 2, frame.top() + frame.height() / 2));
+        QCOMPARE(window.frameGeometry().topLeft(), frame.topLeft() + QPoint(frame.width() / 2, frame.height() / 2));
         QCOMPARE(window.txtNumber->text(), QStringLiteral("03-6412345, 050-7654321"));
         QTRY_COMPARE(port.calls(), (QStringList{"2 ATDT0364123450507654321;\r", "2 ATH\r"}));
         program.prompts.verifyDone();
