@@ -211,38 +211,6 @@ private slots:
         m_prompts.verifyDone();
     }
 
-    void theModemIsTheFirstPortThatAnswersTheProbe_data()
-    {
-        QTest::addColumn<Ports>("ports");
-        QTest::addColumn<QStringList>("log"); // o: opened, probed a second, closed; r: refused
-        QTest::addColumn<int>("found");
-        Ports closed;
-        closed.fill({.opens = false});
-        Ports inUse = modemOn(4);
-        inUse[0].opens = inUse[2].opens = false;
-        Ports two = modemOn(1);
-        two[2].modem = true;
-        QTest::newRow("no port opens") << closed << QStringList{"r1", "r2", "r3", "r4"} << 0;
-        QTest::newRow("a modem on port 3 only") << modemOn(3) << QStringList{"o1", "o2", "o3"} << 3;
-        QTest::newRow("ports in use are passed over") << inUse << QStringList{"r1", "o2", "r3", "o4"} << 4;
-        QTest::newRow("the first of two") << two << QStringList{"o1"} << 1;
-    }
-    void theModemIsTheFirstPortThatAnswersTheProbe()
-    {
-        QFETCH(Ports, ports);
-        QFETCH(QStringList, log);
-        m_port->ports = ports;
-        QTEST(int(dialer().FindModem()), "found");
-        QStringList expected;
-        for (const QString& step : log) {
-            const QString port = step.mid(1);
-            expected << (step[0] == u'r' ? QStringList{"refused " + port}
-                                         : QStringList{"open " + port, port + " ATV1Q0\r", "close " + port});
-        }
-        QCOMPARE(m_port->log, expected);
-        QCOMPARE(m_clock->now(), qint64(1000 * log.filter(QStringLiteral("o")).size())); // a second by the clock each
-    }
-
     // How a call ends, by what the modem and the user do at moments of the clock: "500 cancel",
     // "700 dial <number>", "1100 close Ok|Cancel" (the program ending is in the last test).
     void aCallEndsAsTheModemAndTheUserDecide_data()
@@ -255,10 +223,11 @@ private slots:
                       const QStringList& calls) { QTest::newRow(name) << ports << actions << prompts << calls; };
         const QStringList dialled{"1 ATDT0501234567;\r", "1 ATH\r"};
         const QStringList pickUp{"beep", PickUp};
-        Ports lost = modemOn(1), failing = modemOn(1);
+        Ports none, lost = modemOn(1), failing = modemOn(1);
+        none[0].opens = none[2].opens = false; // in use, passed over
         lost[0].reopens = false;
         failing[0].hangUpFails = true;
-        add("no modem", {}, {}, {NoModem}, {});
+        add("no modem", none, {}, {NoModem}, {});
         add("port lost before the dial", lost, {},
             {"COM1 is not available.\rChange the CommPort property to another port."}, {});
         add("a failed step reported after the call", failing, {}, {"beep", PickUp, "!8021 The modem is gone"}, dialled);
@@ -307,8 +276,9 @@ private slots:
     }
 
     // A number of no digits of ours is refused and can be mended; then the keys do what the
-    // buttons do: Enter dials (Escape is off during the call), Escape quits. The window shows
-    // each step, and the modem holds the line until the user has the handset.
+    // buttons do: Enter dials (Escape is off during the call), Escape quits. The search probes
+    // each port that opens for a second, in order; the window shows each step, and the modem
+    // holds the line until the user has the handset.
     void aNumberWithoutDigitsCanBeCorrectedThenKeysDial()
     {
         m_prompts.expectBeep().expectMessage(PromptIcon::None, QStringLiteral("The phone number is not valid."));
@@ -318,8 +288,9 @@ private slots:
         QCOMPARE(telephony::Dialer::DialDigits(QString(255, u'7') + u'8'), QString(255, u'7')); // the rest ignored
 
         m_port->ports = modemOn(3);
+        m_port->ports[0].opens = false;
         at(500, [&] { expectLook(DialerPhase::Searching, false, QStringLiteral("Searching for modem..."), false); });
-        at(3100, [&] {
+        at(2100, [&] {
             expectLook(DialerPhase::Dialling, false, QStringLiteral("Dialing... ATDT035551234;\r [COM3]"), false);
             QTest::keyClick(m_window.get(), Qt::Key_Escape);
             QVERIFY(m_window->isVisible());
@@ -332,7 +303,8 @@ private slots:
         m_window->txtNumber->setText(QStringLiteral("+03-555 1234"));
         QTest::keyClick(m_window->txtNumber, Qt::Key_Return);
         QVERIFY(m_clock->actions.empty());
-        QCOMPARE(m_port->log.mid(9), (QStringList{"open 3", "3 ATDT035551234;\r", "3 ATH\r", "close 3"}));
+        QCOMPARE(m_port->log, (QStringList{"refused 1", "open 2", "2 ATV1Q0\r", "close 2", "open 3", "3 ATV1Q0\r", "close 3",
+                                           "open 3", "3 ATDT035551234;\r", "3 ATH\r", "close 3"}));
         expectLook(DialerPhase::Idle, true, Idle, true);
         QCOMPARE(m_window->focusWidget(), m_window->txtNumber); // ready for the next
         QTest::keyClick(m_window.get(), Qt::Key_Escape);
