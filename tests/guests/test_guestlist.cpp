@@ -15,8 +15,7 @@ namespace {
 
 QVariantMap with(QVariantMap map, const QVariantMap& more)
 {
-    for (auto it = more.begin(); it != more.end(); ++it)
-        map[it.key()] = it.value();
+    map.insert(more);
     return map;
 }
 
@@ -30,11 +29,10 @@ private slots:
     {
         test::TestWedding wedding;
         wedding.createDatabase();
-        wedding.addInvitation(with(test::invitation("כהן", "דנה", 2, 1), {{"TABLE_NO", 3}, {"INV_STATUS", true},
-                                                                     {"PRESENT_TYPE", 1}, {"PRESENT", "500"},
-                                                                     {"ADDRESS", QStringLiteral("הרצל 5, חיפה")}}));
+        wedding.addInvitation(with(test::invitation("כהן", "דנה", 2, 1, 3), {{"INV_STATUS", true}, {"PRESENT_TYPE", 1},
+                                                                        {"PRESENT", "500"}, {"ADDRESS", "הרצל 5, חיפה"}}));
         wedding.addInvitation(with(test::invitation("לוי", "רון", 3, 2), {{"PRESENT_TYPE", 0}, {"PRESENT", "250.5 בצ'ק"}}));
-        wedding.addInvitation(with(test::invitation("גבאי", "שי", 1, 3), {{"PRESENT_TYPE", 2}, {"PRESENT", QStringLiteral("מצעים")}}));
+        wedding.addInvitation(with(test::invitation("גבאי", "שי", 1, 3), {{"PRESENT_TYPE", 2}, {"PRESENT", "מצעים"}}));
         wedding.addInvitation(with(test::invitation("ברק", "גיל", 4, 0), {{"PRESENT_TYPE", 0}, {"PRESENT", "100.5"}}));
         wedding.addInvitation(with(test::invitation("טל", "אור", 2, 2), {{"PRESENT", "300"}})); // kind unknown: no money
         test::ScriptedPrompts prompts;
@@ -52,10 +50,9 @@ private slots:
             {"ברק", "גיל", "050", "4", "", "", "", "", "", "₪100.5"},
             {"טל", "אור", "050", "2", "", "לא", "", "", "", "300"},
         };
-        for (int row = 0; row < 5; ++row) {
+        for (int row = 0; row < 5; ++row)
             for (int column = 0; column < ColumnCount; ++column)
                 QCOMPARE(model.cellText(row + 1, column), shown[row][column]);
-        }
 
         // Money gifts only, by leading number, rounded half to even after each addition:
         // 500, then 750.5 -> 750, then 850.5 -> 850.
@@ -78,8 +75,7 @@ private slots:
         ListView hidden{true, true, {}};
         InitList(wedding.state, prompts, model, wedding.state.AllGuests, QStringLiteral("FAMILY_NAME"), hidden);
         QCOMPARE(model.rowCount(), 1);
-        QCOMPARE(wedding.state.PresentTotal, 500);
-        QCOMPARE(wedding.state.GuestsNotComing, 0);
+        QCOMPARE(QList<qint64>({wedding.state.PresentTotal, wedding.state.GuestsNotComing}), QList<qint64>({500, 0}));
     }
 
     void aNullInAPlainColumnIsReportedOnce()
@@ -93,8 +89,7 @@ private slots:
         GuestListModel model;
         InitList(wedding.state, prompts, model, wedding.state.AllGuests, {}, {});
         QCOMPARE(model.rowCount(), 2); // the rows are still shown, their cells empty
-        QCOMPARE(model.cellText(1, 2), QString());
-        QCOMPARE(model.cellText(2, 3), QStringLiteral("2"));
+        QCOMPARE(model.cellText(1, 2) + u'|' + model.cellText(2, 3), "|2");
         QCOMPARE(wedding.state.GuestsConfirmed, 2);
     }
 };
