@@ -144,7 +144,7 @@ private slots:
         QCOMPARE(guests::CheckInvitation(m_wedding->state, form, seated, ownPeople).value_or(QString()), message);
     }
 
-    void aRefusalKeepsAllThatWasTyped()
+    void refusalsKeepAllThatWasTyped()
     {
         // No box has a limit of its own: a long paste stays whole for the user to mend.
         ui::InvitationDialog& dialog = openAdd();
@@ -160,13 +160,22 @@ private slots:
 
         // More people than the store's byte holds: refused by the store, with its message.
         dialog.setForm(with([](auto& f) { f.invNum = "300"; }));
-        m_prompts.expectMessage(PromptIcon::None,
-                                QStringLiteral("ארעה שגיאה בנסיון הכנסת נתוני ההזמנה החדשים.\r\nהערך חורג מהתחום של השדה 'INV_NUM'."),
-                                QStringLiteral("Err# 3349"));
+        m_prompts.expectMessage(PromptIcon::None, "ארעה שגיאה בנסיון הכנסת נתוני ההזמנה החדשים.\r\nהערך חורג מהתחום של השדה 'INV_NUM'.",
+                                "Err# 3349");
         dialog.cmdOK->click();
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(dialog.cmbInvNum->currentText(), QStringLiteral("300"));
+        QVERIFY(dialog.isVisible() && dialog.cmbInvNum->currentText() == u"300");
         QCOMPARE(rows(), 4); // no half row
+
+        // Duplicates are exact pairs over all rows: a filter hides "טל אור" (not coming), yet it is
+        // found; case counts: "tal Or" is another pair.
+        m_program.main().action(QStringLiteral("mnuIgnoreCnfNotOk"))->trigger();
+        for (const auto& [family, first] : {std::pair("טל", "אור"), std::pair("Tal", "Or"), std::pair("tal", "Or")}) {
+            openAdd().setForm(named(family, first));
+            if (QString(first) == u"אור")
+                m_prompts.expectMessage(PromptIcon::None, Duplicate);
+            m_program.main().invitationDialog()->cmdOK->click();
+        }
+        QCOMPARE(rows("FIRST_NAME = 'Or'"), 2);
     }
 
     void addingByEnterKeepsTheDialogForTheNext()
@@ -208,20 +217,6 @@ private slots:
         dialog.cmdOK->click();
         QVERIFY(!dialog.isVisible());
         QCOMPARE(stored(family, "שירה", {"PRESENT", "CONFIRM", "TABLE_NO"}), QStringList({"סט כוסות", "2", ""}));
-    }
-
-    void duplicatesAreExactPairsOverAllRows()
-    {
-        // A filter hides "טל אור" (not coming): it is still found. Case counts: "tal Or" is another pair.
-        m_program.main().action(QStringLiteral("mnuIgnoreCnfNotOk"))->trigger();
-        for (const auto& [family, first] : {std::pair("טל", "אור"), std::pair("Tal", "Or"), std::pair("tal", "Or")}) {
-            ui::InvitationDialog& dialog = openAdd();
-            dialog.setForm(named(QString::fromUtf8(family), QString::fromUtf8(first)));
-            if (QString::fromUtf8(first) == u"אור")
-                m_prompts.expectMessage(PromptIcon::None, Duplicate);
-            dialog.cmdOK->click();
-        }
-        QCOMPARE(rows("FIRST_NAME = 'Or'"), 2);
     }
 
     void updatingARowAtAFullTable()
