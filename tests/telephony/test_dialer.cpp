@@ -59,8 +59,7 @@ void expectQuit(test::ScriptedPrompts& prompts, PromptAnswer answer)
 Ports modemOn(int port, int dialAnswerMs = 300)
 {
     Ports ports;
-    ports[size_t(port - 1)].modem = true;
-    ports[size_t(port - 1)].dialAnswerMs = dialAnswerMs;
+    ports[size_t(port - 1)] = {.modem = true, .dialAnswerMs = dialAnswerMs};
     return ports;
 }
 
@@ -250,8 +249,7 @@ private:
         QCOMPARE(m_state.DialerFree, free);
         QCOMPARE(m_window->txtStatus->text(), status);
         QCOMPARE(QList<bool>({m_window->txtNumber->isEnabled(), m_window->cmdDial->isEnabled(), m_window->cmdQuit->isEnabled(),
-                              !m_window->cmdCancel->isEnabled()}),
-                 QList<bool>(4, idleControls));
+                              !m_window->cmdCancel->isEnabled()}), QList<bool>(4, idleControls));
     }
 
 private slots:
@@ -382,10 +380,8 @@ private slots:
         test::RunningProgram program;
         QVERIFY(program.start(wedding.folder()));
         ui::MainWindow& main = program.main();
-        ScriptedPort port;
-        ScriptedClock clock(port);
-        port.ports = modemOn(2);
-        ui::DialerWindow& window = ui::DialerWindow::shared(program.state, program.prompts, main, &port, &clock);
+        m_port->ports = modemOn(2);
+        ui::DialerWindow& window = ui::DialerWindow::shared(program.state, program.prompts, main, m_port.get(), m_clock.get());
 
         // Empty phones (the second row): not a word, no window.
         main.grid()->setCurrentIndex(main.listModel().index(1, 2));
@@ -394,7 +390,7 @@ private slots:
 
         // Asked for again while the search runs: the call goes on.
         main.grid()->setCurrentIndex(main.listModel().index(0, 2));
-        clock.actions.emplace(1500, [&] { main.toolButton(5)->trigger(); });
+        at(1500, [&] { main.toolButton(5)->trigger(); });
         program.prompts.expectMessage(PromptIcon::None, QStringLiteral("Port is all-ready in use [03-6412345, 050-7654321]"),
                                       QStringLiteral("Warning..."));
         program.prompts.expectBeep().expectMessage(PromptIcon::None, PickUp);
@@ -404,19 +400,18 @@ private slots:
         const QRect frame = main.frameGeometry(); // the dialer opens at the main window's centre
         QCOMPARE(window.frameGeometry().topLeft(), frame.topLeft() + QPoint(frame.width() / 2, frame.height() / 2));
         QCOMPARE(window.txtNumber->text(), QStringLiteral("03-6412345, 050-7654321"));
-        QTRY_COMPARE(port.calls(), (QStringList{"2 ATDT0364123450507654321;\r", "2 ATH\r"}));
-        program.prompts.verifyDone();
+        QTRY_COMPARE(m_port->calls(), (QStringList{"2 ATDT0364123450507654321;\r", "2 ATH\r"}));
 
         // The program ends during a call: one question, whatever its answer, and the modem hangs up.
-        clock.actions.emplace(clock.now() + 2100, [&] {
-            clock.ending = true;
+        at(m_clock->now() + 2100, [&] {
+            m_clock->ending = true;
             program.map().SaveTablePositions();
             main.close();
             QApplication::closeAllWindows(); // as the application does when it quits
         });
         expectQuit(program.prompts, PromptAnswer::Cancel);
         window.cmdDial->click();
-        QCOMPARE(port.calls().mid(2), (QStringList{"2 ATDT0364123450507654321;\r", "2 ATH\r"}));
+        QCOMPARE(m_port->calls().mid(2), (QStringList{"2 ATDT0364123450507654321;\r", "2 ATH\r"}));
         program.prompts.verifyDone();
     }
 
@@ -454,22 +449,18 @@ private slots:
         QVERIFY(!modem.device.isEmpty());
         UserStore().write(keys::DialerDevice, 1, modem.device);
 
-        WeddingState state;
-        state.DialerFree = true;
-        test::ScriptedPrompts prompts;
         telephony::DevicePort port;
         telephony::EventLoopClock clock;
-        ui::DialerWindow window(state, prompts, port, clock);
-        window.show();
-        prompts.expectBeep().expectMessage(PromptIcon::None, "Please pick up the phone and either press Enter or click OK");
-        window.txtNumber->setText(QStringLiteral("+972 50-123 4567"));
+        m_window = std::make_unique<ui::DialerWindow>(m_state, m_prompts, port, clock);
+        m_window->show();
+        m_prompts.expectBeep().expectMessage(PromptIcon::None, PickUp);
         QElapsedTimer elapsed;
         elapsed.start();
-        QTest::mouseClick(window.cmdDial, Qt::LeftButton);
+        dial(QStringLiteral("+972 50-123 4567"));
         QVERIFY(elapsed.elapsed() >= 1000 && elapsed.elapsed() < 5000); // the probe's second, on COM1 only
         QVERIFY(!port.isOpen());
         QTRY_COMPARE(modem.received, QByteArray("ATV1Q0\rATDT972501234567;\rATH\r"));
-        QVERIFY(prompts.verifyDone());
+        m_window.reset(); // before its port and clock
     }
 
     void aWaitEndsWhenWokenOrWhenTheProgramEnds()
