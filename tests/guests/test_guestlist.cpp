@@ -102,8 +102,7 @@ private slots:
             {"לוי", "רון", "050", "3", "", "לא", "", "", "", "₪250.5 בצ'ק"},
             {"גבאי", "שי", "050", "1", "", "??", "", "", "", "מצעים"},
             {"ברק", "גיל", "050", "4", "", "", "", "", "", "₪100.5"},
-            {"טל", "אור", "050", "2", "", "לא", "", "", "", "300"},
-        };
+            {"טל", "אור", "050", "2", "", "לא", "", "", "", "300"}};
         for (int row = 0; row < 5; ++row)
             for (int column = 0; column < guests::ColumnCount; ++column)
                 QCOMPARE(model.cellText(row + 1, column), shown[row][column]);
@@ -306,8 +305,7 @@ private slots:
         QVERIFY(shown.seen());
         QCOMPARE(program.main().listModel().rows().size(), size_t(401));
         QCOMPARE(program.map().SeatedCount(7), 2);
-        program.stop();
-        program.prompts.verifyDone();
+        program.finish();
     }
 };
 

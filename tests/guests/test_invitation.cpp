@@ -247,8 +247,7 @@ private slots:
         dialog.cmbTableNo->setEditText("0");
         dialog.txtPhones->setFocus();
         pressKey(Qt::Key_Return);
-        QVERIFY(dialog.isVisible() && !dialog.rowOpen());
-        QCOMPARE(dialog.txtFamilyName->text(), QString());
+        QVERIFY(dialog.isVisible() && !dialog.rowOpen() && dialog.txtFamilyName->text().isEmpty());
         // An update empties table "0"; the other row keeps its phones.
         QCOMPARE(stored("לוי", "רון", {"PHONES", "TABLE_NO"}) + stored("כהן", "דנה", {"PHONES"}),
                  QStringList({"052-7654321", "", "050"}));
@@ -265,8 +264,7 @@ private slots:
         QVERIFY(!dialog.chkInvSent->isHidden() && !dialog.lblShekel->isHidden() && !dialog.rowOpen()); // the labels stay
         dialog.chkInvSent->setChecked(true);
         dialog.cmdOK->click();
-        QVERIFY(!dialog.isVisible());
-        QVERIFY(!dialog.txtFamilyName->isHidden()); // the fields are back for next time
+        QVERIFY(!dialog.isVisible() && !dialog.txtFamilyName->isHidden()); // the fields are back for next time
         QCOMPARE(rows("INV_STATUS"), 3);
         QCOMPARE(rows("INV_STATUS and FAMILY_NAME = 'כהן'") + rows("TABLE_NO = 5 and FAMILY_NAME = 'גבאי'"), 1);
     }
@@ -325,7 +323,6 @@ private slots:
         QTEST(text(), "after");
         QCOMPARE(dialog.cmbGroup->currentText(), group);
         QCOMPARE(QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString(), focus);
-        QCOMPARE(m_prompts.pending(), 0);
         QVERIFY(dialog.isVisible());
         QCOMPARE(rows(), focus == u"txtFamilyName" ? 5 : 4); // only Enter in the number box saved
     }
