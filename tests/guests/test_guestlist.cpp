@@ -114,13 +114,12 @@ private slots:
                               "מס' ההזמנות  5", ""}));
 
         // Grid row 2 (model row 1) is even and not coming: every cell grey, struck, tinted.
-        for (int column = 0; column < guests::ColumnCount; ++column) {
-            const QModelIndex cell = model.index(1, column);
+        for (int c = 0; c < guests::ColumnCount; ++c) {
+            const QModelIndex cell = model.index(1, c);
             QCOMPARE(cell.data(Qt::BackgroundRole).value<QColor>(), guests::GuestListModel::evenRowBackground());
             QCOMPARE(cell.data(Qt::ForegroundRole).value<QColor>(), guests::GuestListModel::notComingText());
             QVERIFY(cell.data(Qt::FontRole).value<QFont>().strikeOut());
-            QVERIFY(!model.index(0, column).data(Qt::BackgroundRole).isValid());
-            QVERIFY(!model.index(0, column).data(Qt::FontRole).isValid());
+            QVERIFY(!model.index(0, c).data(Qt::BackgroundRole).isValid() && !model.index(0, c).data(Qt::FontRole).isValid());
         }
         QVERIFY(!wedding.state.WeddingDb.isOpen());
 

@@ -80,7 +80,6 @@ private slots:
         QTest::newRow("zero chairs") << "20" << "0" << "חובה להזין לפחות שולחן אחד וכיסא אחד";
         QTest::newRow("letters") << "עשרים" << "12" << "הערך אינו מספר חוקי";
         QTest::newRow("empty") << "20" << "" << "הערך אינו מספר חוקי";
-        QTest::newRow("half") << "20" << "9.5" << "";
         QTest::newRow("the fullest table exactly") << "20" << "9" << "";
         QTest::newRow("one below the fullest") << "20" << "8" << "לא ניתן לבטל כסאות לשולחן שמושבים בהם אורחים";
         QTest::newRow("past a seated table") << "6" << "12" << "לא ניתן לבטל שולחנות שמושבים בהם מוזמנים";
