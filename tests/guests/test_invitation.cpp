@@ -139,9 +139,8 @@ private slots:
     {
         QFETCH(InvitationForm, form);
         QFETCH(int, ownPeople);
-        QFETCH(QString, message);
         auto seated = [](int table) { return quint8(table == 4 ? 15 : table == 5 ? 13 : 0); };
-        QCOMPARE(guests::CheckInvitation(m_wedding->state, form, seated, ownPeople).value_or(QString()), message);
+        QTEST(guests::CheckInvitation(m_wedding->state, form, seated, ownPeople).value_or(QString()), "message");
     }
 
     void refusalsKeepAllThatWasTyped()
