@@ -280,7 +280,6 @@ private slots:
         auto add = [](const char* name, const Ports& ports, const QStringList& actions, const QStringList& prompts,
                       const QStringList& calls) { QTest::newRow(name) << ports << actions << prompts << calls; };
         const QStringList dialled{"1 ATDT0501234567;\r", "1 ATH\r"};
-        const QStringList pickUp{"beep", PickUp};
         Ports none, lost = modemOn(1), failing = modemOn(1);
         none[0].opens = none[2].opens = false; // in use, passed over
         lost[0].reopens = false;
@@ -293,7 +292,7 @@ private slots:
         add("cancel while searching, then a modem: dialled and hung up at once", modemOn(3), {"500 cancel"}, {},
             {"3 ATDT0501234567;\r", "3 ATH\r"});
         add("dial again after a cancelled search: the search ends, the new call runs", modemOn(2),
-            {"500 cancel", "700 dial 03-1111111"}, pickUp, {"2 ATDT031111111;\r", "2 ATH\r"});
+            {"500 cancel", "700 dial 03-1111111"}, {"beep", PickUp}, {"2 ATDT031111111;\r", "2 ATH\r"});
         add("quit as the modem answers, OK: no pick-up asked", modemOn(1, 100), {"1100 close Ok"}, {"quit Ok"}, dialled);
         add("quit while searching, OK: no more ports, no message", {}, {"1400 close Ok"}, {"quit Ok"}, {});
         add("quit while dialling, Cancel", modemOn(1), {"1100 close Cancel"}, {"quit Cancel", "beep", PickUp}, dialled);
@@ -393,8 +392,7 @@ private slots:
                                       QStringLiteral("Warning..."));
         program.prompts.expectBeep().expectMessage(PromptIcon::None, PickUp);
         main.action(QStringLiteral("mnuDial"))->trigger();
-        QVERIFY(window.isVisible());
-        QCOMPARE(window.layoutDirection(), Qt::LeftToRight);
+        QVERIFY(window.isVisible() && window.layoutDirection() == Qt::LeftToRight);
         const QRect frame = main.frameGeometry(); // the dialer opens at the main window's centre
         QCOMPARE(window.frameGeometry().topLeft(), frame.topLeft() + QPoint(frame.width() / 2, frame.height() / 2));
         QCOMPARE(window.txtNumber->text(), QStringLiteral("03-6412345, 050-7654321"));
