@@ -31,6 +31,8 @@ namespace {
 
 const QString Duplicate = QStringLiteral("קיימת כבר הזמנה זהה ברשימה.");
 const QString TableFull = QStringLiteral("לא ניתן להושיב יותר מ- 15 איש בשולחן");
+const QString NoName = QStringLiteral("השדות שם משפחה\\פרטי אינם יכולים להיות ריקים.");
+const QString LongName = QStringLiteral("השדות שם משפחה\\פרטי מוגבלים לגודל של 20 תווים.");
 
 InvitationForm named(const QString& family, const QString& first)
 {
@@ -79,9 +81,13 @@ private:
         return *m_program.main().invitationDialog();
     }
 
-    QVariant stored(const QString& family, const QString& first, const char* field)
+    // Fields of one pair's row as text, "" for Null.
+    QStringList stored(const QString& family, const QString& first, const QStringList& fields)
     {
-        return m_wedding->value(family, first, QString::fromLatin1(field));
+        QStringList values;
+        for (const QString& field : fields)
+            values << m_wedding->value(family, first, field).toString();
+        return values;
     }
     int rows(const char* where = "1") { return m_wedding->count(QStringLiteral("select * from VELMORA_LIST where ") + where); }
 
@@ -104,53 +110,40 @@ private slots:
         QTest::addColumn<InvitationForm>("form");
         QTest::addColumn<int>("ownPeople");
         QTest::addColumn<QString>("message");
-
-        const QString noName = QStringLiteral("השדות שם משפחה\\פרטי אינם יכולים להיות ריקים.");
-        const QString longName = QStringLiteral("השדות שם משפחה\\פרטי מוגבלים לגודל של 20 תווים.");
-        const QString noPeople = QStringLiteral("השדה מס' מוזמנים חייב להכיל מספר הגדול מאפס.");
-        const QString notANumber = QStringLiteral("השדה מתנה חייב להיות מספרי.");
         auto row = [](const char* name, const std::function<void(InvitationForm&)>& change, const QString& message,
                       int own = 0) { QTest::newRow(name) << with(change) << own << message; };
-        row("1 blank name", [](auto& f) { f.familyName = QStringLiteral("  "); }, noName);
-        row("2 long name, a tab is no blank", [](auto& f) { f.firstName = QString(20, u'א') + u'\t'; }, longName);
-        row("2 passes: 21 with 3 blanks at its ends",
-            [](auto& f) { f.familyName = QStringLiteral("  ") + QString(18, u'א') + u' '; }, QString());
-        row("3 before 4", [](auto& f) { f.invNum = QStringLiteral("abc"); f.remark = QString(41, u'x'); }, noPeople);
-        row("3 typed past the list", [](auto& f) { f.invNum = QStringLiteral("12"); }, QString());
-        row("4 remark", [](auto& f) { f.remark = QString(41, u'x'); }, QStringLiteral("השדה הערות מוגבל לגודל של 40 תווים."));
-        row("5 phones", [](auto& f) { f.phones = QString(31, u'5'); }, QStringLiteral("השדה טלפונים מוגבל לגודל של 30 תווים."));
-        row("6 address", [](auto& f) { f.address = QString(51, u'x'); }, QStringLiteral("השדה כתובת מוגבל לגודל של 50 תווים."));
-        row("7 gift length before 8", [](auto& f) { f.present = QString(21, u'מ'); },
-            QStringLiteral("השדה מתנה מוגבל לגודל של 20 תווים."));
-        row("8 letters as cheque", [](auto& f) { f.present = QStringLiteral("מאה"); }, notANumber);
-        row("8 letters as cash", [](auto& f) { f.present = QStringLiteral("מאה"); f.gift = InvitationForm::Gift::Cash; },
-            notANumber);
-        row("8 letters as other", [](auto& f) { f.present = QStringLiteral("מאה"); f.gift = InvitationForm::Gift::Other; },
-            QString());
-        row("9 one past the tables", [](auto& f) { f.tableNo = QStringLiteral("21"); },
-            QStringLiteral("מספר השולחן אינו קיים במערכת."));
-        row("9 the last table", [](auto& f) { f.tableNo = QStringLiteral("20"); }, QString());
-        row("10 a no at a table", [](auto& f) { f.confirmNotOk = true; f.tableNo = QStringLiteral("3"); },
-            QStringLiteral("הושבת אורח שלא מגיע לשולחן אינה אפשרית"));
-        row("10 a no at no table", [](auto& f) { f.confirmNotOk = true; f.tableNo = QStringLiteral("0"); }, QString());
-        row("11 filled exactly", [](auto& f) { f.tableNo = QStringLiteral("5"); }, QString());
-        row("11 one too many", [](auto& f) { f.tableNo = QStringLiteral("5"); f.invNum = QStringLiteral("3"); }, TableFull);
-        row("11 an update keeps its own seats", [](auto& f) { f.tableNo = QStringLiteral("4"); f.invNum = QStringLiteral("3"); },
-            QString(), 3);
-        row("11 an update grows past", [](auto& f) { f.tableNo = QStringLiteral("4"); f.invNum = QStringLiteral("4"); },
-            TableFull, 3);
+        row("1 blank name", [](auto& f) { f.familyName = "  "; }, NoName);
+        row("2 long name, a tab is no blank", [](auto& f) { f.firstName = QString(20, u'א') + u'\t'; }, LongName);
+        row("2 passes: 21 with 3 blanks at its ends", [](auto& f) { f.familyName = "  " + QString(18, u'א') + u' '; }, "");
+        row("3 before 4", [](auto& f) { f.invNum = "abc"; f.remark = QString(41, u'x'); },
+            "השדה מס' מוזמנים חייב להכיל מספר הגדול מאפס.");
+        row("3 typed past the list", [](auto& f) { f.invNum = "12"; }, "");
+        row("4 remark", [](auto& f) { f.remark = QString(41, u'x'); }, "השדה הערות מוגבל לגודל של 40 תווים.");
+        row("5 phones", [](auto& f) { f.phones = QString(31, u'5'); }, "השדה טלפונים מוגבל לגודל של 30 תווים.");
+        row("6 address", [](auto& f) { f.address = QString(51, u'x'); }, "השדה כתובת מוגבל לגודל של 50 תווים.");
+        row("7 gift length before 8", [](auto& f) { f.present = QString(21, u'מ'); }, "השדה מתנה מוגבל לגודל של 20 תווים.");
+        row("8 letters as cheque", [](auto& f) { f.present = "מאה"; }, "השדה מתנה חייב להיות מספרי.");
+        row("8 letters as other", [](auto& f) { f.present = "מאה"; f.gift = InvitationForm::Gift::Other; }, "");
+        row("9 one past the tables", [](auto& f) { f.tableNo = "21"; }, "מספר השולחן אינו קיים במערכת.");
+        row("9 the last table", [](auto& f) { f.tableNo = "20"; }, "");
+        row("10 a no at a table", [](auto& f) { f.confirmNotOk = true; f.tableNo = "3"; },
+            "הושבת אורח שלא מגיע לשולחן אינה אפשרית");
+        row("10 a no at no table", [](auto& f) { f.confirmNotOk = true; f.tableNo = "0"; }, "");
+        row("11 filled exactly", [](auto& f) { f.tableNo = "5"; }, "");
+        row("11 one too many", [](auto& f) { f.tableNo = "5"; f.invNum = "3"; }, TableFull);
+        row("11 an update keeps its own seats", [](auto& f) { f.tableNo = "4"; f.invNum = "3"; }, "", 3);
+        row("11 an update grows past", [](auto& f) { f.tableNo = "4"; f.invNum = "4"; }, TableFull, 3);
     }
 
     void theChecksComeInTheirOrder()
     {
         QFETCH(InvitationForm, form);
         QFETCH(int, ownPeople);
-        QFETCH(QString, message);
         auto seated = [](int table) { return quint8(table == 4 ? 15 : table == 5 ? 13 : 0); };
-        QCOMPARE(guests::CheckInvitation(m_wedding->state, form, seated, ownPeople).value_or(QString()), message);
+        QTEST(guests::CheckInvitation(m_wedding->state, form, seated, ownPeople).value_or(QString()), "message");
     }
 
-    void aRefusalKeepsAllThatWasTyped()
+    void refusalsKeepAllThatWasTyped()
     {
         // No box has a limit of its own: a long paste stays whole for the user to mend.
         ui::InvitationDialog& dialog = openAdd();
@@ -159,23 +152,29 @@ private slots:
             field->setText(paste);
         dialog.txtAddress->setPlainText(paste);
         dialog.tabs()->setCurrentIndex(2);
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("השדות שם משפחה\\פרטי מוגבלים לגודל של 20 תווים."));
+        m_prompts.expectMessage(PromptIcon::None, LongName);
         dialog.cmdOK->click();
         QCOMPARE(dialog.tabs()->currentIndex(), 2);
-        QCOMPARE(dialog.txtAddress->toPlainText(), paste);
-        QCOMPARE(dialog.txtPresent->text(), paste);
+        QCOMPARE(dialog.txtAddress->toPlainText() + dialog.txtPresent->text(), paste + paste);
 
         // More people than the store's byte holds: refused by the store, with its message.
-        InvitationForm form = named(QStringLiteral("ענק"), QStringLiteral("משפחה"));
-        form.invNum = QStringLiteral("300");
-        dialog.setForm(form);
-        m_prompts.expectMessage(PromptIcon::None,
-                                QStringLiteral("ארעה שגיאה בנסיון הכנסת נתוני ההזמנה החדשים.\r\nהערך חורג מהתחום של השדה 'INV_NUM'."),
-                                QStringLiteral("Err# 3349"));
+        dialog.setForm(with([](auto& f) { f.invNum = "300"; }));
+        m_prompts.expectMessage(PromptIcon::None, "ארעה שגיאה בנסיון הכנסת נתוני ההזמנה החדשים.\r\nהערך חורג מהתחום של השדה 'INV_NUM'.",
+                                "Err# 3349");
         dialog.cmdOK->click();
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(dialog.cmbInvNum->currentText(), QStringLiteral("300"));
+        QVERIFY(dialog.isVisible() && dialog.cmbInvNum->currentText() == u"300");
         QCOMPARE(rows(), 4); // no half row
+
+        // Duplicates are exact pairs over all rows: a filter hides "טל אור" (not coming), yet it is
+        // found; case counts: "tal Or" is another pair.
+        m_program.main().action(QStringLiteral("mnuIgnoreCnfNotOk"))->trigger();
+        for (const auto& [family, first] : {std::pair("טל", "אור"), std::pair("Tal", "Or"), std::pair("tal", "Or")}) {
+            openAdd().setForm(named(family, first));
+            if (QString(first) == u"אור")
+                m_prompts.expectMessage(PromptIcon::None, Duplicate);
+            m_program.main().invitationDialog()->cmdOK->click();
+        }
+        QCOMPARE(rows("FIRST_NAME = 'Or'"), 2);
     }
 
     void addingByEnterKeepsTheDialogForTheNext()
@@ -183,59 +182,40 @@ private slots:
         ui::InvitationDialog& dialog = openAdd();
         QCOMPARE(dialog.cmbGroup->currentText(), m_state.CoupleName);
         dialog.cmbGroup->setCurrentIndex(2);
-        dialog.txtFamilyName->setText(QStringLiteral(" ד'אמיקו "));
-        dialog.txtFirstName->setText(QStringLiteral("שירה ״הגדולה״"));
-        dialog.txtAddress->setPlainText(QStringLiteral(" הגפן 3\nחיפה\n "));
-        dialog.cmbTableNo->setEditText(QStringLiteral("0"));
+        dialog.txtFamilyName->setText(" ד'אמיקו ");
+        dialog.txtFirstName->setText("שירה ״הגדולה״");
+        dialog.txtAddress->setPlainText(" הגפן 3\nחיפה\n ");
+        dialog.cmbTableNo->setEditText("0");
         dialog.optPresCashe->setChecked(true);
-        dialog.txtPresent->setText(QStringLiteral("100"));
+        dialog.txtPresent->setText("100");
         dialog.txtFirstName->setFocus();
         pressKey(Qt::Key_Return);
 
-        QVERIFY(dialog.isVisible());
-        QCOMPARE(dialog.txtFamilyName->text(), QString());
-        QCOMPARE(dialog.cmbInvNum->currentText(), QStringLiteral("2"));
-        QCOMPARE(dialog.cmbGroup->currentText(), m_state.HerFamily); // the next starts in the same group
-        QVERIFY(dialog.optPresCheck->isChecked());
+        // Cleared for the next, which starts in the same group.
+        QVERIFY(dialog.isVisible() && dialog.optPresCheck->isChecked());
+        QCOMPARE(dialog.txtFamilyName->text() + dialog.cmbInvNum->currentText() + dialog.cmbGroup->currentText(),
+                 "2" + m_state.HerFamily);
         const QString family = QStringLiteral("ד'אמיקו"), first = QStringLiteral("שירה ״הגדולה״");
-        QCOMPARE(stored(family, first, "LIST_GROUP").toString(), QStringLiteral("3"));
-        QCOMPARE(stored(family, first, "TABLE_NO"), QVariant(0)); // an addition keeps "0"
-        QCOMPARE(stored(family, first, "PRESENT_TYPE"), QVariant(1));
-        QCOMPARE(stored(family, first, "ADDRESS").toString(), QStringLiteral("הגפן 3\nחיפה\n")); // blanks only
+        // An addition keeps table "0"; the address loses only its blanks.
+        QCOMPARE(stored(family, first, {"LIST_GROUP", "TABLE_NO", "PRESENT_TYPE", "ADDRESS"}),
+                 QStringList({"3", "0", "1", "הגפן 3\nחיפה\n"}));
         QCOMPARE(m_state.InvCount, qint16(5)); // the list behind shows it
 
-        m_prompts.expectMessage(PromptIcon::None, QStringLiteral("השדות שם משפחה\\פרטי אינם יכולים להיות ריקים."));
+        m_prompts.expectMessage(PromptIcon::None, NoName);
         pressKey(Qt::Key_Enter);
 
         // "שמור" stores and closes; the same pair again is a duplicate.
         dialog.setForm(named(family, first + u' '));
         m_prompts.expectMessage(PromptIcon::None, Duplicate);
         dialog.cmdOK->click();
-        dialog.txtFirstName->setText(QStringLiteral("שירה"));
+        dialog.txtFirstName->setText("שירה");
         dialog.optPresDiff->setChecked(true);
-        dialog.txtPresent->setText(QStringLiteral("  סט כוסות "));
+        dialog.txtPresent->setText("  סט כוסות ");
         dialog.chkConfirmNotOk->setChecked(true);
-        dialog.cmbTableNo->setEditText(QStringLiteral("0")); // kept by an addition, but a "no" has no seat
+        dialog.cmbTableNo->setEditText("0"); // kept by an addition, but a "no" has no seat
         dialog.cmdOK->click();
         QVERIFY(!dialog.isVisible());
-        const QString other = QStringLiteral("שירה");
-        QCOMPARE(stored(family, other, "PRESENT").toString(), QStringLiteral("סט כוסות"));
-        QCOMPARE(stored(family, other, "CONFIRM"), QVariant(2));
-        QVERIFY(stored(family, other, "TABLE_NO").isNull());
-    }
-
-    void duplicatesAreExactPairsOverAllRows()
-    {
-        // A filter hides "טל אור" (not coming): it is still found. Case counts: "tal Or" is another pair.
-        m_program.main().action(QStringLiteral("mnuIgnoreCnfNotOk"))->trigger();
-        for (const auto& [family, first] : {std::pair("טל", "אור"), std::pair("Tal", "Or"), std::pair("tal", "Or")}) {
-            ui::InvitationDialog& dialog = openAdd();
-            dialog.setForm(named(QString::fromUtf8(family), QString::fromUtf8(first)));
-            if (QString::fromUtf8(first) == u"אור")
-                m_prompts.expectMessage(PromptIcon::None, Duplicate);
-            dialog.cmdOK->click();
-        }
-        QCOMPARE(rows("FIRST_NAME = 'Or'"), 2);
+        QCOMPARE(stored(family, "שירה", {"PRESENT", "CONFIRM", "TABLE_NO"}), QStringList({"סט כוסות", "2", ""}));
     }
 
     void updatingARowAtAFullTable()
@@ -243,8 +223,7 @@ private slots:
         // Grid row 2 is לוי רון, 3 people at table 4, which holds 15.
         ui::InvitationDialog& dialog = openUpdate(2, 2, QStringLiteral("האם לעדכן את ההזמנה ללוי רון?"));
         test::activate(&dialog);
-        QCOMPARE(dialog.txtFamilyName->text() + dialog.cmbTableNo->currentText() + dialog.cmbInvNum->currentText(),
-                 QStringLiteral("לוי43"));
+        QCOMPARE(dialog.txtFamilyName->text() + dialog.cmbTableNo->currentText() + dialog.cmbInvNum->currentText(), "לוי43");
         QVERIFY(dialog.chkConfirmOk->isChecked());
 
         auto refused = [&](const QString& message) {
@@ -252,9 +231,9 @@ private slots:
             dialog.cmdOK->click();
             QVERIFY(dialog.rowOpen()); // still open for the next try
         };
-        dialog.cmbTableNo->setEditText(QStringLiteral("5")); // 13 there: a move counts its own people in full
+        dialog.cmbTableNo->setEditText("5"); // 13 there: a move counts its own people in full
         refused(TableFull);
-        dialog.setForm(with([](auto& f) { f.familyName = QStringLiteral("כהן"); f.firstName = QStringLiteral("דנה"); }));
+        dialog.setForm(named("כהן", "דנה"));
         refused(Duplicate);
 
         // While the dialog holds the row, the list reloads under another filter and group.
@@ -262,17 +241,15 @@ private slots:
         m_program.chooseGroup(2);
 
         // Its own names are no duplicate; Enter saves and keeps the window, cleared.
-        dialog.setForm(with([](auto& f) { f.familyName = QStringLiteral("לוי"); f.firstName = QStringLiteral("רון "); }));
-        dialog.txtPhones->setText(QStringLiteral("052-7654321"));
-        dialog.cmbTableNo->setEditText(QStringLiteral("0"));
+        dialog.setForm(named("לוי", "רון "));
+        dialog.txtPhones->setText("052-7654321");
+        dialog.cmbTableNo->setEditText("0");
         dialog.txtPhones->setFocus();
         pressKey(Qt::Key_Return);
-        QVERIFY(dialog.isVisible());
-        QVERIFY(!dialog.rowOpen());
-        QCOMPARE(dialog.txtFamilyName->text(), QString());
-        QCOMPARE(stored(QStringLiteral("לוי"), QStringLiteral("רון"), "PHONES").toString(), QStringLiteral("052-7654321"));
-        QVERIFY(stored(QStringLiteral("לוי"), QStringLiteral("רון"), "TABLE_NO").isNull()); // an update empties "0"
-        QCOMPARE(stored(QStringLiteral("כהן"), QStringLiteral("דנה"), "PHONES").toString(), QStringLiteral("050"));
+        QVERIFY(dialog.isVisible() && !dialog.rowOpen() && dialog.txtFamilyName->text().isEmpty());
+        // An update empties table "0"; the other row keeps its phones.
+        QCOMPARE(stored("לוי", "רון", {"PHONES", "TABLE_NO"}) + stored("כהן", "דנה", {"PHONES"}),
+                 QStringList({"052-7654321", "", "050"}));
         QCOMPARE(m_program.map().itemText(4), QStringLiteral("שולחן של 12"));
         dialog.cmdOK->click(); // nothing open any more: the window closes
         QVERIFY(!dialog.isVisible());
@@ -282,17 +259,13 @@ private slots:
     {
         // Swept upward from row 4 to row 2.
         ui::InvitationDialog& dialog = openUpdate(4, 2, QStringLiteral("האם לעדכן את קבוצת המוזמנים?"));
-        for (QWidget* field : std::initializer_list<QWidget*>{dialog.txtFamilyName, dialog.cmbTableNo, dialog.txtPresent})
-            QVERIFY(field->isHidden());
-        QVERIFY(!dialog.chkInvSent->isHidden() && !dialog.lblShekel->isHidden()); // the labels stay
-        QVERIFY(!dialog.rowOpen());
+        QVERIFY(dialog.txtFamilyName->isHidden() && dialog.cmbTableNo->isHidden() && dialog.txtPresent->isHidden());
+        QVERIFY(!dialog.chkInvSent->isHidden() && !dialog.lblShekel->isHidden() && !dialog.rowOpen()); // the labels stay
         dialog.chkInvSent->setChecked(true);
         dialog.cmdOK->click();
-        QVERIFY(!dialog.isVisible());
-        QVERIFY(!dialog.txtFamilyName->isHidden()); // the fields are back for next time
+        QVERIFY(!dialog.isVisible() && !dialog.txtFamilyName->isHidden()); // the fields are back for next time
         QCOMPARE(rows("INV_STATUS"), 3);
-        QCOMPARE(rows("INV_STATUS and FAMILY_NAME = 'כהן'"), 0);
-        QCOMPARE(stored(QStringLiteral("גבאי"), QStringLiteral("שי"), "TABLE_NO"), QVariant(5));
+        QCOMPARE(rows("INV_STATUS and FAMILY_NAME = 'כהן'") + rows("TABLE_NO = 5 and FAMILY_NAME = 'גבאי'"), 1);
     }
 
     void keysAsTheKeyboardSendsThem_data()
@@ -305,10 +278,8 @@ private slots:
         QTest::addColumn<QString>("focus");
 
         const int alef = 0x5D0;
-        auto row = [](const char* name, const char* field, const char* before, QList<int> keys, const char* after,
-                      int beeps, const char* focus) {
-            QTest::newRow(name) << field << before << keys << after << beeps << focus;
-        };
+        auto row = [](const char* name, const char* field, const char* before, QList<int> keys, const char* after, int beeps,
+                      const char* focus) { QTest::newRow(name) << field << before << keys << after << beeps << focus; };
         row("number: digits, letter, sign, Backspace", "cmbInvNum", "", {Qt::Key_1, Qt::Key_2, alef, Qt::Key_Minus,
             Qt::Key_Backspace}, "12", 3, "cmbInvNum");
         row("number: Tab", "cmbInvNum", "2", {Qt::Key_Tab}, "2", 0, "cmbGroup");
@@ -329,16 +300,14 @@ private slots:
         QFETCH(QString, field);
         QFETCH(QString, before);
         QFETCH(QList<int>, keys);
-        QFETCH(QString, after);
         QFETCH(int, beeps);
         QFETCH(QString, focus);
         ui::InvitationDialog& dialog = openAdd();
-        dialog.setForm(named(QStringLiteral("אדלר"), QStringLiteral("נועם")));
+        dialog.setForm(named("אדלר", "נועם"));
         auto* target = dialog.findChild<QWidget*>(field);
-        for (int tab = 0; tab < dialog.tabs()->count(); ++tab) {
+        for (int tab = 0; tab < dialog.tabs()->count(); ++tab)
             if (dialog.tabs()->widget(tab)->isAncestorOf(target))
                 dialog.tabs()->setCurrentIndex(tab);
-        }
         auto* combo = qobject_cast<QComboBox*>(target);
         QLineEdit* edit = combo ? combo->lineEdit() : qobject_cast<QLineEdit*>(target);
         auto text = [&] { return edit ? edit->text() : target->property("plainText").toString(); };
@@ -350,11 +319,9 @@ private slots:
             m_prompts.expectBeep();
         for (int key : keys)
             pressKey(key);
-        QCOMPARE(text(), after);
+        QTEST(text(), "after");
         QCOMPARE(dialog.cmbGroup->currentText(), group);
-        const QWidget* focused = QApplication::focusWidget();
-        QCOMPARE(focused ? focused->objectName() : QString(), focus);
-        QCOMPARE(m_prompts.pending(), 0);
+        QCOMPARE(QApplication::focusWidget() ? QApplication::focusWidget()->objectName() : QString(), focus);
         QVERIFY(dialog.isVisible());
         QCOMPARE(rows(), focus == u"txtFamilyName" ? 5 : 4); // only Enter in the number box saved
     }
@@ -367,8 +334,7 @@ private slots:
             {QVariant(), "300", "300", "optPresCheck"}, {7, "50", "₪50", "optPresCheck"}}; // 7: a kind never written
         for (const auto& [kind, present, cell, option] : gifts) {
             QVariantMap fields = test::invitation("מתנה", cell, 2, 1);
-            fields.insert(QStringLiteral("PRESENT_TYPE"), kind);
-            fields.insert(QStringLiteral("PRESENT"), present);
+            fields.insert({{"PRESENT_TYPE", kind}, {"PRESENT", present}});
             m_wedding->addInvitation(fields);
         }
         QVERIFY(m_program.start(m_wedding->folder()));

@@ -34,7 +34,9 @@ private:
 
     std::unique_ptr<ui::OptionsWindow> open()
     {
-        return std::make_unique<ui::OptionsWindow>(m_wedding->state, m_prompts, m_seated, [this] { ++m_applied; });
+        auto window = std::make_unique<ui::OptionsWindow>(m_wedding->state, m_prompts, m_seated, [this] { ++m_applied; });
+        window->show();
+        return window;
     }
 
     // Shown and active on the groups' tab, with the user's groups A, B and C.
@@ -49,14 +51,6 @@ private:
         window->SSTab1->setCurrentIndex(1);
         QCoreApplication::processEvents(); // lays the list out
         return window;
-    }
-
-    static QStringList entries(const QListWidget* list)
-    {
-        QStringList texts;
-        for (int i = 0; i < list->count(); ++i)
-            texts << list->item(i)->text();
-        return texts;
     }
 
     QString ini(const char* section, const char* key) { return test::iniValue(m_wedding->state.iniFile(), section, key); }
@@ -86,7 +80,6 @@ private slots:
         QTest::newRow("zero chairs") << "20" << "0" << "חובה להזין לפחות שולחן אחד וכיסא אחד";
         QTest::newRow("letters") << "עשרים" << "12" << "הערך אינו מספר חוקי";
         QTest::newRow("empty") << "20" << "" << "הערך אינו מספר חוקי";
-        QTest::newRow("half") << "20" << "9.5" << "";
         QTest::newRow("the fullest table exactly") << "20" << "9" << "";
         QTest::newRow("one below the fullest") << "20" << "8" << "לא ניתן לבטל כסאות לשולחן שמושבים בהם אורחים";
         QTest::newRow("past a seated table") << "6" << "12" << "לא ניתן לבטל שולחנות שמושבים בהם מוזמנים";
@@ -97,13 +90,12 @@ private slots:
     {
         QFETCH(QString, tables);
         QFETCH(QString, chairs);
-        QFETCH(QString, message);
         guests::OptionsForm form = guests::OptionsFromState(m_wedding->state);
         form.maxTables = tables;
         form.maxChairs = chairs;
-        QCOMPARE(guests::CheckOptions(m_wedding->state, form, m_seated).value_or(QString()), message);
+        QTEST(guests::CheckOptions(m_wedding->state, form, m_seated).value_or(QString()), "message");
         form.couple = QStringLiteral("   "); // an empty name comes before all of them
-        QCOMPARE(guests::CheckOptions(m_wedding->state, form, m_seated).value_or(QString()), QStringLiteral("כל השדות חייבים להיות מלאים"));
+        QCOMPARE(guests::CheckOptions(m_wedding->state, form, m_seated).value_or(QString()), "כל השדות חייבים להיות מלאים");
     }
 
     void applyStoresRoundedLimitsAndTheGroupsAnew()
@@ -131,9 +123,9 @@ private slots:
         const WeddingState& s = m_wedding->state;
         QCOMPARE(QList<int>({s.MaxChairs, s.MaxTables}), QList<int>({10, 8}));
         QCOMPARE(s.HisFamily, QStringLiteral("משפחת כהן-לוי"));
-        QCOMPARE(ini("Options", "Wedding Date"), QStringLiteral("01/06/2027"));
         // The first Apply makes the three main groups real groups, with the numbers they had.
-        QCOMPARE(ini("Options", "NumOfGroups") + ini("UserGroups", "Group-3"), QStringLiteral("4חברים"));
+        QCOMPARE(QStringList({ini("Options", "Wedding Date"), ini("Options", "NumOfGroups"), ini("UserGroups", "Group-3")}),
+                 QStringList({"01/06/2027", "4", "חברים"}));
         QCOMPARE(guests::GroupNumber(s, s.HerFamily), 3); // renamed without visiting the groups' tab
     }
 
@@ -146,10 +138,7 @@ private slots:
             const QPoint at = list->viewport()->mapTo(list->window(), list->visualItemRect(list->item(row)).center());
             QTest::mouseDClick(list->window()->windowHandle(), Qt::LeftButton, {}, at);
         };
-        auto add = [&window](const QString& name) {
-            window->txtNewGroup->setText(name);
-            window->cmdAddUpdateGroup->click();
-        };
+        auto add = [&window](const QString& name) { window->txtNewGroup->setText(name); window->cmdAddUpdateGroup->click(); };
         m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להגדיר קבוצה ריקה"));
         add(QStringLiteral("  "));
         m_prompts.expectMessage(PromptIcon::None, QStringLiteral("קבוצה דומה כבר קיימת במאגר"));
@@ -171,7 +160,10 @@ private slots:
         doubleClick(5);
         window->cmdCancelUpdate->click();
         add(QStringLiteral("D"));
-        QCOMPARE(entries(list).mid(3), QStringList({"A", "B2", "C", "a", "D"}));
+        QStringList names;
+        for (int i = 3; i < list->count(); ++i)
+            names << list->item(i)->text();
+        QCOMPARE(names, QStringList({"A", "B2", "C", "a", "D"}));
     }
 
     void onlyASelectedUserGroupCanBeRemoved()
@@ -181,14 +173,10 @@ private slots:
         window->lstGroups->setFocus();
         // Keys as the user presses them, and removals (no key): the list moves on to the next
         // entry, and past the last user group onto a main group.
-        const struct {
-            int key;
-            Qt::KeyboardModifiers modifiers;
-            bool removable;
-        } steps[] = {{Qt::Key_End, {}, true},  {Qt::Key_Up, {}, true},   {Qt::Key_Up, {}, true},
-                     {Qt::Key_Up, {}, false},  {Qt::Key_Down, {}, true}, {Qt::Key_Space, Qt::ControlModifier, false},
-                     {Qt::Key_Space, {}, true}, {0, {}, true},           {0, {}, true},
-                     {0, {}, false}};
+        const struct { int key; Qt::KeyboardModifiers modifiers; bool removable; } steps[] = {
+            {Qt::Key_End, {}, true}, {Qt::Key_Up, {}, true}, {Qt::Key_Up, {}, true}, {Qt::Key_Up, {}, false},
+            {Qt::Key_Down, {}, true}, {Qt::Key_Space, Qt::ControlModifier, false}, {Qt::Key_Space, {}, true},
+            {0, {}, true}, {0, {}, true}, {0, {}, false}};
         for (const auto& step : steps) {
             if (step.key)
                 pressKey(step.key, step.modifiers);
@@ -199,29 +187,24 @@ private slots:
         QCOMPARE(window->lstGroups->count(), 3);
         window->cmdApply->click();
         QCOMPARE(m_applied, 1);
-        QCOMPARE(ini("Options", "NumOfGroups"), QStringLiteral("3"));
-        QCOMPARE(ini("UserGroups", "Group-3"), QStringLiteral("<none>"));
+        QCOMPARE(ini("Options", "NumOfGroups") + ini("UserGroups", "Group-3"), "3<none>");
     }
 
     void okAppliesOnlyWhatPassesAndClosesAnyway()
     {
         auto window = open();
-        window->show();
-        window->txtMaxTable->setText(QStringLiteral("200"));
+        window->txtMaxTable->setText("200");
         m_prompts.expectMessage(PromptIcon::None, QStringLiteral("לא ניתן להגדיר יותר מ-100 שולחנות"));
         window->cmdOK->click();
-        QVERIFY(!window->isVisible());
+        QVERIFY(!window->isVisible() && m_applied == 0);
         QCOMPARE(ini("Options", "Max Tables"), QStringLiteral("20"));
-        QCOMPARE(m_applied, 0);
 
         window = open();
-        window->show();
         QFile::remove(m_wedding->state.iniFile());
         window->cmdOK->click(); // nothing changed: nothing written
         QVERIFY(!QFile::exists(m_wedding->state.iniFile()));
 
         window = open();
-        window->show();
         window->txtCouple->setText(QStringLiteral("אחר"));
         QTest::keyClick(window.get(), Qt::Key_Escape);
         QVERIFY(!window->isVisible());
@@ -247,8 +230,7 @@ private slots:
         main.action(QStringLiteral("mnuSetting"))->trigger();
         QVERIFY(options.seen());
         QCOMPARE(program.map().itemCount(), 5);
-        QCOMPARE(program.map().itemText(3), QStringLiteral("שולחן של 9"));
-        QCOMPARE(main.cmbUserGroups()->itemText(1), QStringLiteral("דנה ויואב"));
+        QCOMPARE(program.map().itemText(3) + main.cmbUserGroups()->itemText(1), "שולחן של 9" "דנה ויואב");
     }
 };
 
