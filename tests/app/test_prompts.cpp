@@ -11,6 +11,7 @@
 #include <QInputDialog>
 #include <QLibraryInfo>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -126,6 +127,31 @@ private slots:
         });
         QCOMPARE(prompts.inputBox(QStringLiteral("מספר שולחן:"), {}, QStringLiteral("7")), QString());
         QCOMPARE(proposed, QStringLiteral("7"));
+    }
+
+    // A typed name that isn't there comes back for the caller to refuse; paths read left to right.
+    void theFileDialogGivesBackATypedMissingName()
+    {
+        QTemporaryDir dir;
+        bool pathsLeftToRight = true, dialogRightToLeft = false;
+        test::NextModal typing([&](QWidget* dialog) {
+            dialogRightToLeft = dialog->layoutDirection() == Qt::RightToLeft;
+            for (const char* name : {"lookInCombo", "fileNameEdit", "listView", "treeView"}) {
+                auto* shown = dialog->findChild<QWidget*>(QLatin1String(name));
+                pathsLeftToRight &= shown && shown->layoutDirection() == Qt::LeftToRight;
+            }
+            auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            QTest::keyClicks(name, QStringLiteral("nowhere.gif"));
+            QTimer::singleShot(1000, dialog, [dialog] { // should the dialog refuse the name itself
+                if (QWidget* box = QApplication::activeModalWidget(); box && box != dialog)
+                    box->close();
+                QMetaObject::invokeMethod(dialog, "reject", Qt::QueuedConnection);
+            });
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        const PromptResult<QString> chosen = ui::QtPrompts().openFile({{}, "GIF Image (*.gif)|*.gif", {}, dir.path()});
+        QVERIFY(typing.seen() && dialogRightToLeft && pathsLeftToRight);
+        QCOMPARE(chosen.value.value_or(QString()), dir.filePath(QStringLiteral("nowhere.gif")));
     }
 
     void pendingFailureKeepsTheFirstAndReportsOnce()

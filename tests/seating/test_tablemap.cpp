@@ -273,6 +273,9 @@ private slots:
         map.setTablePlace(3, QPointF(1500, 2250.5));
         map.SaveTablePositions();
         QVERIFY(ini("TableNum-3") == QStringLiteral("1500, 2250.5") && !map.TablePositionsChanged());
+        map.setTablePlace(3, QPointF(1515, 2250.5));
+        QVERIFY(map.TablePositionsChanged()); // one stored table moved is a change
+        map.setTablePlace(3, QPointF(1500, 2250.5));
         m_program.stop();
 
         // Back at the next start; more tables have no key, fewer leave theirs in the file.
