@@ -345,6 +345,7 @@ private slots:
 
         m_port->ports = modemOn(3);
         m_port->ports[0].opens = false;
+        m_port->ports[3].modem = true; // the first modem found is the one used
         at(500, [&] { expectLook(DialerPhase::Searching, false, QStringLiteral("Searching for modem..."), false); });
         at(2100, [&] {
             expectLook(DialerPhase::Dialling, false, QStringLiteral("Dialing... ATDT035551234;\r [COM3]"), false);
