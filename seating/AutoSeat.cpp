@@ -320,7 +320,6 @@ public:
         return unplacedPeople() == 0;
     }
 
-
     // Every invitation by itself, largest first: the plain packing, when the grouped one
     // leaves people over.
     bool seatsInvitations()
@@ -450,14 +449,21 @@ public:
         return bound;
     }
 
+    // The tables where people of the group sit.
+    int tablesOf(int group) const
+    {
+        const auto& at = m_presence[size_t(group)];
+        return int(std::count_if(at.begin() + 1, at.end(), [](int people) { return people > 0; }));
+    }
+
     // How good a seating is, better first: groups split, the tables they take beyond one,
     // tables with a handful of people.
     std::tuple<int, int, int> score() const
     {
         int split = 0;
         int extra = 0;
-        for (const auto& at : m_presence) {
-            const int tables = int(std::count_if(at.begin() + 1, at.end(), [](int people) { return people > 0; }));
+        for (int group = 0; group < int(m_presence.size()); ++group) {
+            const int tables = tablesOf(group);
             split += tables > 1;
             extra += std::max(0, tables - 1);
         }
@@ -479,8 +485,7 @@ public:
         for (int group = 0; group < int(m_groupNames.size()); ++group) {
             if (chosenOf(group, false).empty())
                 continue;
-            const auto& at = m_presence[size_t(group)];
-            const int tables = int(std::count_if(at.begin() + 1, at.end(), [](int people) { return people > 0; }));
+            const int tables = tablesOf(group);
             if (tables > 1)
                 result.splitGroups.push_back({m_groupNames[size_t(group)], tables});
         }
@@ -530,9 +535,10 @@ SeatPlan PlanSeating(const std::vector<SeatGuest>& guests, int maxTables, int ma
             continue;
         }
         tried.balance();
-        if (!best || tried.score() < bestScore) {
+        const auto score = tried.score();
+        if (!best || score < bestScore) {
             best = tried.plan(bound);
-            bestScore = tried.score();
+            bestScore = score;
         }
         if (int(best->splitGroups.size()) == bound)
             break; // no order can split fewer
@@ -569,10 +575,6 @@ bool ParseTables(const QString& text, int maxTables, std::vector<int>& tables)
             tables.push_back(table);
     return true;
 }
-
-} // namespace velmora::seating
-
-namespace velmora::seating {
 
 QString MissingChairsMessage(int missingChairs)
 {

@@ -64,10 +64,6 @@ SeatPlan PlanSeating(const std::vector<SeatGuest>& guests, int maxTables, int ma
 // else (an empty text is every table).
 bool ParseTables(const QString& text, int maxTables, std::vector<int>& tables);
 
-} // namespace velmora::seating
-
-namespace velmora::seating {
-
 // What the user reads when the chosen people don't fit.
 QString MissingChairsMessage(int missingChairs);
 
