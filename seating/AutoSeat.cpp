@@ -282,17 +282,12 @@ public:
         return people;
     }
 
-    int chosenPeople(int* invitations = nullptr) const
+    int chosenPeople() const
     {
         int people = 0;
-        int count = 0;
         for (size_t i = 0; i < m_guests.size(); ++i)
-            if (m_chosen[i]) {
+            if (m_chosen[i])
                 people += m_guests[i].people;
-                ++count;
-            }
-        if (invitations)
-            *invitations = count;
         return people;
     }
 
@@ -478,7 +473,7 @@ public:
         SeatPlan result;
         result.lowerBound = lowerBound;
         result.people = m_load;
-        result.seatedPeople = chosenPeople(&result.seatedInvitations);
+        result.seatedPeople = chosenPeople();
         for (size_t i = 0; i < m_guests.size(); ++i)
             if (m_chosen[i] && m_table[i] != m_guests[i].table)
                 result.moves.push_back({m_guests[i].id, m_table[i]});
@@ -511,14 +506,12 @@ SeatPlan PlanSeating(const std::vector<SeatGuest>& guests, int maxTables, int ma
 {
     Packer packer(guests, maxTables, maxChairs, choice);
     const int bound = packer.lowerBound();
-    int invitations = 0;
-    const int people = packer.chosenPeople(&invitations);
+    const int people = packer.chosenPeople();
     const int chairs = packer.freeChairs();
     auto failed = [&](int missing) {
         SeatPlan plan;
         plan.lowerBound = bound;
         plan.seatedPeople = people;
-        plan.seatedInvitations = invitations;
         plan.missingChairs = std::max(1, missing);
         return plan;
     };

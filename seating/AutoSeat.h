@@ -44,7 +44,6 @@ struct SeatPlan {
     std::vector<SplitGroup> splitGroups;
     int lowerBound = 0;         // groups that no seating can keep at one table
     int seatedPeople = 0;       // people the plan seats (chosen ones)
-    int seatedInvitations = 0;
     int missingChairs = 0;      // above 0: the chosen people don't fit and there is nothing to apply
 
     bool fits() const { return missingChairs == 0; }
