@@ -228,14 +228,15 @@ void GuestImport::readList(store::Recordset& list)
     for (list.moveFirst(); !list.eof(); list.moveNext()) {
         const QVariant tableNo = list.value(table);
         const int seat = tableNo.isNull() ? 0 : std::max(0, tableNo.toInt());
+        const int invited = list.value(people).toInt();
         if (seat > 0)
-            m_seated[seat] += list.value(people).toInt();
+            m_seated[seat] += invited;
         // The dialog's search stops at the first row of a pair.
         const QString pair = list.value(family).toString() + QChar(0) + list.value(first).toString();
         if (m_pairs.contains(pair))
             continue;
         PendingFailure unreadable; // a Null the form can't show: the file's cell or an empty field takes its place
-        m_pairs.insert(pair, Stored{list.absolutePosition(), seat, list.value(people).toInt(),
+        m_pairs.insert(pair, Stored{list.absolutePosition(), seat, invited,
                                     ReadInvitation(m_state, list, openingGroup, unreadable)});
     }
 }

@@ -282,17 +282,12 @@ public:
         return people;
     }
 
-    int chosenPeople(int* invitations = nullptr) const
+    int chosenPeople() const
     {
         int people = 0;
-        int count = 0;
         for (size_t i = 0; i < m_guests.size(); ++i)
-            if (m_chosen[i]) {
+            if (m_chosen[i])
                 people += m_guests[i].people;
-                ++count;
-            }
-        if (invitations)
-            *invitations = count;
         return people;
     }
 
@@ -319,7 +314,6 @@ public:
         placeLeftovers();
         return unplacedPeople() == 0;
     }
-
 
     // Every invitation by itself, largest first: the plain packing, when the grouped one
     // leaves people over.
@@ -450,14 +444,21 @@ public:
         return bound;
     }
 
+    // The tables where people of the group sit.
+    int tablesOf(int group) const
+    {
+        const auto& at = m_presence[size_t(group)];
+        return int(std::count_if(at.begin() + 1, at.end(), [](int people) { return people > 0; }));
+    }
+
     // How good a seating is, better first: groups split, the tables they take beyond one,
     // tables with a handful of people.
     std::tuple<int, int, int> score() const
     {
         int split = 0;
         int extra = 0;
-        for (const auto& at : m_presence) {
-            const int tables = int(std::count_if(at.begin() + 1, at.end(), [](int people) { return people > 0; }));
+        for (int group = 0; group < int(m_presence.size()); ++group) {
+            const int tables = tablesOf(group);
             split += tables > 1;
             extra += std::max(0, tables - 1);
         }
@@ -472,15 +473,14 @@ public:
         SeatPlan result;
         result.lowerBound = lowerBound;
         result.people = m_load;
-        result.seatedPeople = chosenPeople(&result.seatedInvitations);
+        result.seatedPeople = chosenPeople();
         for (size_t i = 0; i < m_guests.size(); ++i)
             if (m_chosen[i] && m_table[i] != m_guests[i].table)
                 result.moves.push_back({m_guests[i].id, m_table[i]});
         for (int group = 0; group < int(m_groupNames.size()); ++group) {
             if (chosenOf(group, false).empty())
                 continue;
-            const auto& at = m_presence[size_t(group)];
-            const int tables = int(std::count_if(at.begin() + 1, at.end(), [](int people) { return people > 0; }));
+            const int tables = tablesOf(group);
             if (tables > 1)
                 result.splitGroups.push_back({m_groupNames[size_t(group)], tables});
         }
@@ -506,14 +506,12 @@ SeatPlan PlanSeating(const std::vector<SeatGuest>& guests, int maxTables, int ma
 {
     Packer packer(guests, maxTables, maxChairs, choice);
     const int bound = packer.lowerBound();
-    int invitations = 0;
-    const int people = packer.chosenPeople(&invitations);
+    const int people = packer.chosenPeople();
     const int chairs = packer.freeChairs();
     auto failed = [&](int missing) {
         SeatPlan plan;
         plan.lowerBound = bound;
         plan.seatedPeople = people;
-        plan.seatedInvitations = invitations;
         plan.missingChairs = std::max(1, missing);
         return plan;
     };
@@ -530,9 +528,10 @@ SeatPlan PlanSeating(const std::vector<SeatGuest>& guests, int maxTables, int ma
             continue;
         }
         tried.balance();
-        if (!best || tried.score() < bestScore) {
+        const auto score = tried.score();
+        if (!best || score < bestScore) {
             best = tried.plan(bound);
-            bestScore = tried.score();
+            bestScore = score;
         }
         if (int(best->splitGroups.size()) == bound)
             break; // no order can split fewer
@@ -569,10 +568,6 @@ bool ParseTables(const QString& text, int maxTables, std::vector<int>& tables)
             tables.push_back(table);
     return true;
 }
-
-} // namespace velmora::seating
-
-namespace velmora::seating {
 
 QString MissingChairsMessage(int missingChairs)
 {

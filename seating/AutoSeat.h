@@ -44,7 +44,6 @@ struct SeatPlan {
     std::vector<SplitGroup> splitGroups;
     int lowerBound = 0;         // groups that no seating can keep at one table
     int seatedPeople = 0;       // people the plan seats (chosen ones)
-    int seatedInvitations = 0;
     int missingChairs = 0;      // above 0: the chosen people don't fit and there is nothing to apply
 
     bool fits() const { return missingChairs == 0; }
@@ -63,10 +62,6 @@ SeatPlan PlanSeating(const std::vector<SeatGuest>& guests, int maxTables, int ma
 // "1-10, 15, 20-30" as table numbers within 1 to maxTables, ascending; false on anything
 // else (an empty text is every table).
 bool ParseTables(const QString& text, int maxTables, std::vector<int>& tables);
-
-} // namespace velmora::seating
-
-namespace velmora::seating {
 
 // What the user reads when the chosen people don't fit.
 QString MissingChairsMessage(int missingChairs);

@@ -33,22 +33,32 @@ bool sameRow(const SeatGuest& a, const SeatGuest& b)
         && a.table == b.table;
 }
 
-// Opens the list, runs `work` in one transaction and closes the file whatever happens.
+// Opens the file, runs `work` and closes the file whatever happens.
 template <class Work>
-void inListTransaction(WeddingState& state, Work&& work)
+void inOpenFile(WeddingState& state, Work&& work)
 {
     state.WeddingDb = store::Database::open(state.databaseFile());
     try {
-        state.WeddingDb.inTransaction([&] {
-            state.SqlText = AllRows;
-            state.WeddingRs = state.WeddingDb.openRecordset(state.SqlText);
-            work(state.WeddingRs);
-        });
+        work();
     } catch (...) {
         state.WeddingDb.close();
         throw;
     }
     state.WeddingDb.close();
+}
+
+store::Recordset& openAllRows(WeddingState& state)
+{
+    state.SqlText = AllRows;
+    state.WeddingRs = state.WeddingDb.openRecordset(state.SqlText);
+    return state.WeddingRs;
+}
+
+// Opens the list, runs `work` on it in one transaction and closes the file whatever happens.
+template <class Work>
+void inListTransaction(WeddingState& state, Work&& work)
+{
+    inOpenFile(state, [&] { state.WeddingDb.inTransaction([&] { work(openAllRows(state)); }); });
 }
 
 void storeTable(store::Recordset& rs, int position, const QVariant& table)
@@ -63,17 +73,8 @@ void storeTable(store::Recordset& rs, int position, const QVariant& table)
 
 SeatingList ReadSeatingList(WeddingState& state)
 {
-    state.WeddingDb = store::Database::open(state.databaseFile());
     SeatingList list;
-    try {
-        state.SqlText = AllRows;
-        state.WeddingRs = state.WeddingDb.openRecordset(state.SqlText);
-        list = readOpen(state.WeddingRs);
-    } catch (...) {
-        state.WeddingDb.close();
-        throw;
-    }
-    state.WeddingDb.close();
+    inOpenFile(state, [&] { list = readOpen(openAllRows(state)); });
     return list;
 }
 

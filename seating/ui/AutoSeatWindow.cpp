@@ -37,6 +37,15 @@ QTreeWidget* makeList(QWidget* parent, const char* name, const QStringList& head
     return list;
 }
 
+// A control with its name and its caption.
+template <class Button>
+Button* captioned(Button* button, const char* name, const QString& text)
+{
+    button->setObjectName(QString::fromLatin1(name));
+    setHebrewText(button, text);
+    return button;
+}
+
 QLabel* buddyLabel(const QString& text, QWidget* buddy, QWidget* parent)
 {
     auto* label = new QLabel(parent);
@@ -55,19 +64,11 @@ AutoSeatWindow::AutoSeatWindow(WeddingState& state, Prompts& prompts, std::funct
     setHebrewTitle(this, QStringLiteral("הושבה אוטומטית"));
 
     auto* who = new QGroupBox(hebrewParagraph(QStringLiteral("מי יושב")), this);
-    m_optUnseated = new QRadioButton(who);
-    m_optUnseated->setObjectName(QStringLiteral("optUnseated"));
-    setHebrewText(m_optUnseated, QStringLiteral("&הזמנות שעדיין אין להן שולחן"));
+    m_optUnseated = captioned(new QRadioButton(who), "optUnseated", QStringLiteral("&הזמנות שעדיין אין להן שולחן"));
     m_optUnseated->setChecked(true);
-    m_optAllComing = new QRadioButton(who);
-    m_optAllComing->setObjectName(QStringLiteral("optAllComing"));
-    setHebrewText(m_optAllComing, QStringLiteral("&כל המגיעים, גם מי שכבר יושב"));
-    m_chkUnsure = new QCheckBox(who);
-    m_chkUnsure->setObjectName(QStringLiteral("chkUnsure"));
-    setHebrewText(m_chkUnsure, QStringLiteral("כולל מי שעדיין לא ענה או אינו &בטוח"));
-    m_chkKeep = new QCheckBox(who);
-    m_chkKeep->setObjectName(QStringLiteral("chkKeepSeated"));
-    setHebrewText(m_chkKeep, QStringLiteral("שולחנות שכבר יושבים בהם נשארים &כפי שהם"));
+    m_optAllComing = captioned(new QRadioButton(who), "optAllComing", QStringLiteral("&כל המגיעים, גם מי שכבר יושב"));
+    m_chkUnsure = captioned(new QCheckBox(who), "chkUnsure", QStringLiteral("כולל מי שעדיין לא ענה או אינו &בטוח"));
+    m_chkKeep = captioned(new QCheckBox(who), "chkKeepSeated", QStringLiteral("שולחנות שכבר יושבים בהם נשארים &כפי שהם"));
     auto* whoLayout = new QVBoxLayout(who);
     for (QWidget* control : {static_cast<QWidget*>(m_optUnseated), static_cast<QWidget*>(m_optAllComing),
                              static_cast<QWidget*>(m_chkUnsure), static_cast<QWidget*>(m_chkKeep)})
@@ -80,9 +81,7 @@ AutoSeatWindow::AutoSeatWindow(WeddingState& state, Prompts& prompts, std::funct
     auto* where = new QFormLayout;
     where->addRow(buddyLabel(QStringLiteral("&שולחנות לשימוש:"), m_txtTables, this), m_txtTables);
 
-    m_cmdCompute = new QPushButton(this);
-    m_cmdCompute->setObjectName(QStringLiteral("cmdCompute"));
-    setHebrewText(m_cmdCompute, QStringLiteral("&חשב הושבה"));
+    m_cmdCompute = captioned(new QPushButton(this), "cmdCompute", QStringLiteral("&חשב הושבה"));
     m_cmdCompute->setDefault(true);
 
     m_lblResult = new QLabel(this);
@@ -102,9 +101,8 @@ AutoSeatWindow::AutoSeatWindow(WeddingState& state, Prompts& prompts, std::funct
     }
 
     auto* buttons = new QDialogButtonBox(this);
-    m_cmdApply = buttons->addButton(QString(), QDialogButtonBox::AcceptRole);
-    m_cmdApply->setObjectName(QStringLiteral("cmdApply"));
-    setHebrewText(m_cmdApply, QStringLiteral("&החל הושבה"));
+    m_cmdApply = captioned(buttons->addButton(QString(), QDialogButtonBox::AcceptRole), "cmdApply",
+                           QStringLiteral("&החל הושבה"));
     QPushButton* cancel = buttons->addButton(QDialogButtonBox::Cancel);
     cancel->setObjectName(QStringLiteral("cmdCancel"));
 
