@@ -100,10 +100,7 @@ Report guestListDesign()
     Section& page = report.section(SectionKind::PageHeader);
     page.setName(QStringLiteral("rptPage"));
     page.height = 810;
-    Control logo;
-    logo.name = QStringLiteral("imgMyLogo");
-    logo.kind = ControlKind::Image;
-    logo.rect = QRect(8504, 0, 1995, 495);
+    Control logo = imageControl(QStringLiteral("imgMyLogo"), QRect(8504, 0, 1995, 495));
     logo.picture = guestListLogo();
     logo.sizeMode = SizeMode::Zoom;
     page.add(logo);

@@ -127,13 +127,8 @@ Report sittingNotesDesign()
     // A card is a square folded at its middle: the lower half is its face, the picture under
     // the text. Pictures go first so that the frame and fold show over them.
     Section& details = report.section(SectionKind::Detail);
-    for (const char* picture : {"BgImg_1", "BgImg_2"}) {
-        Control image;
-        image.name = QString::fromLatin1(picture);
-        image.kind = ControlKind::Image;
-        image.rect = picture[6] == '1' ? QRect(0, 1950, 3960, 2025) : QRect(4536, 1950, 3960, 2025);
-        details.add(image);
-    }
+    details.add(imageControl(QStringLiteral("BgImg_1"), QRect(0, 1950, 3960, 2025)));
+    details.add(imageControl(QStringLiteral("BgImg_2"), QRect(4536, 1950, 3960, 2025)));
     details.add(
         shapeControl(QStringLiteral("Shape1"), QRect(0, 0, 3975, 3975), ShapeKind::Rectangle, BorderStyle::Dotted));
     details.add(
