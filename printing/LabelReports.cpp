@@ -38,17 +38,12 @@ std::shared_ptr<RecordSet> beginSheet(WeddingState& state, SheetReport& built, c
                                       const QString& caption)
 {
     PendingFailure& pending = built.pending;
-    state.ReportConn = std::make_shared<ReportConnection>();
-    state.ReportRs = std::make_shared<RecordSet>();
-    pending.attempt([&] {
-        state.ReportConn->open(QStringLiteral("Driver=Microsoft Access Driver (*.mdb);DBQ=") + state.AppPath
-                               + QStringLiteral("Velmora.mdb"));
+    const auto records = newReportRows(state, pending, [&](RecordSet& rows) {
+        for (const auto& [name, width] : fields)
+            pending.attempt([&] { rows.appendField(QString::fromLatin1(name), width); });
     });
-    for (const auto& [name, width] : fields)
-        pending.attempt([&] { state.ReportRs->appendField(QString::fromLatin1(name), width); });
-    pending.attempt([&] { state.ReportRs->open(); });
     built.report.caption = product::Title + caption;
-    return state.ReportRs;
+    return records;
 }
 
 // Every row the list shows, whatever it holds, two to a record: `fill` writes one row's
