@@ -1,5 +1,6 @@
 #include "printing/GuestReport.h"
 
+#include "app/PendingFailure.h"
 #include "app/Product.h"
 #include "app/WeddingState.h"
 #include "printing/ReportConnection.h"
@@ -100,10 +101,7 @@ Report guestListDesign()
     Section& page = report.section(SectionKind::PageHeader);
     page.setName(QStringLiteral("rptPage"));
     page.height = 810;
-    Control logo;
-    logo.name = QStringLiteral("imgMyLogo");
-    logo.kind = ControlKind::Image;
-    logo.rect = QRect(8504, 0, 1995, 495);
+    Control logo = imageControl(QStringLiteral("imgMyLogo"), QRect(8504, 0, 1995, 495));
     logo.picture = guestListLogo();
     logo.sizeMode = SizeMode::Zoom;
     page.add(logo);
@@ -180,27 +178,14 @@ GuestReport buildGuestReport(WeddingState& state, const QAbstractItemModel& grid
 {
     GuestReport built{guestListDesign(), std::nullopt};
     Report& report = built.report;
-    auto step = [&built](auto&& work) {
-        try {
-            work();
-        } catch (const Failure& failure) {
-            built.lastFailure = failure;
-        }
-    };
-
-    state.ReportConn = std::make_shared<ReportConnection>();
-    state.ReportRs = std::make_shared<RecordSet>();
-    const auto records = state.ReportRs;
-    step([&] {
-        state.ReportConn->open(QStringLiteral("Driver=Microsoft Access Driver (*.mdb);DBQ=") + state.AppPath
-                               + QStringLiteral("Velmora.mdb"));
-    });
-    step([&] { appendGuestFields(*records); });
-    step([&] { records->open(); });
+    // The last failure is the one shown, as the engine left it.
+    PendingFailure pending(PendingFailure::Keep::Last);
+    const auto records =
+        newReportRows(state, pending, [&](RecordSet& rows) { pending.attempt([&] { appendGuestFields(rows); }); });
     report.caption = product::Title + QStringLiteral(" - Report");
 
-    auto setCaption = [&](const char *section, const char *control, const QString &text) {
-        step(
+    auto setCaption = [&](const char* section, const char* control, const QString& text) {
+        pending.attempt(
             [&] { report.section(QString::fromLatin1(section)).control(QString::fromLatin1(control)).caption = text; });
     };
     setCaption("rptHeader", "lblDate", QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat));
@@ -221,15 +206,17 @@ GuestReport buildGuestReport(WeddingState& state, const QAbstractItemModel& grid
             cells[size_t(column)] = grid.index(row, column).data(Qt::DisplayRole).toString();
         const QVariant mark = grid.index(row, Columns - 1).data(Qt::FontRole);
         const bool struck = mark.isValid() && mark.value<QFont>().strikeOut();
-        step([&] { records->addNew(); });
+        pending.attempt([&] { records->addNew(); });
         for (int column = 0; column < Columns; ++column) {
             const QString field =
                 QLatin1String(struck ? "B" : "") + QString::fromUtf8(reportColumns()[size_t(column)].field);
-            step([&] { records->setValue(field, cells[size_t(column)]); });
+            pending.attempt([&] { records->setValue(field, cells[size_t(column)]); });
         }
-        step([&] { records->update(); });
+        pending.attempt([&] { records->update(); });
     }
     report.dataSource = records;
+    if (pending)
+        built.lastFailure = pending.failure();
     return built;
 }
 

@@ -8,6 +8,7 @@
 #include <QAbstractItemModel>
 
 #include <array>
+#include <initializer_list>
 
 namespace velmora::printing {
 
@@ -38,17 +39,12 @@ std::shared_ptr<RecordSet> beginSheet(WeddingState& state, SheetReport& built, c
                                       const QString& caption)
 {
     PendingFailure& pending = built.pending;
-    state.ReportConn = std::make_shared<ReportConnection>();
-    state.ReportRs = std::make_shared<RecordSet>();
-    pending.attempt([&] {
-        state.ReportConn->open(QStringLiteral("Driver=Microsoft Access Driver (*.mdb);DBQ=") + state.AppPath
-                               + QStringLiteral("Velmora.mdb"));
+    const auto records = newReportRows(state, pending, [&](RecordSet& rows) {
+        for (const auto& [name, width] : fields)
+            pending.attempt([&] { rows.appendField(QString::fromLatin1(name), width); });
     });
-    for (const auto& [name, width] : fields)
-        pending.attempt([&] { state.ReportRs->appendField(QString::fromLatin1(name), width); });
-    pending.attempt([&] { state.ReportRs->open(); });
     built.report.caption = product::Title + caption;
-    return state.ReportRs;
+    return records;
 }
 
 // Every row the list shows, whatever it holds, two to a record: `fill` writes one row's
@@ -79,6 +75,20 @@ void fillPairs(SheetReport& built, const std::shared_ptr<RecordSet>& records, co
 Control& detail(Report& report, const char* name)
 {
     return report.section(QStringLiteral("rptDetails")).control(QString::fromLatin1(name));
+}
+
+// The frame and colour the state holds for labels and notes: the frames shown or not and
+// drawn in the colour, the texts written in it.
+void frameAndColour(SheetReport& built, const WeddingState& state, std::initializer_list<const char*> frames,
+                    std::initializer_list<const char*> texts)
+{
+    for (const char* name : frames)
+        built.pending.attempt([&] { detail(built.report, name).visible = state.LabelFrame; });
+    const QColor color = colourFromValue(state.LabelColor);
+    for (const char* name : frames)
+        built.pending.attempt([&] { detail(built.report, name).borderColor = color; });
+    for (const char* name : texts)
+        built.pending.attempt([&] { detail(built.report, name).foreColor = color; });
 }
 
 QString nameOf(const Cells& cells)
@@ -127,13 +137,8 @@ Report sittingNotesDesign()
     // A card is a square folded at its middle: the lower half is its face, the picture under
     // the text. Pictures go first so that the frame and fold show over them.
     Section& details = report.section(SectionKind::Detail);
-    for (const char* picture : {"BgImg_1", "BgImg_2"}) {
-        Control image;
-        image.name = QString::fromLatin1(picture);
-        image.kind = ControlKind::Image;
-        image.rect = picture[6] == '1' ? QRect(0, 1950, 3960, 2025) : QRect(4536, 1950, 3960, 2025);
-        details.add(image);
-    }
+    details.add(imageControl(QStringLiteral("BgImg_1"), QRect(0, 1950, 3960, 2025)));
+    details.add(imageControl(QStringLiteral("BgImg_2"), QRect(4536, 1950, 3960, 2025)));
     details.add(
         shapeControl(QStringLiteral("Shape1"), QRect(0, 0, 3975, 3975), ShapeKind::Rectangle, BorderStyle::Dotted));
     details.add(
@@ -164,18 +169,12 @@ Report sittingNotesDesign()
 SheetReport buildEnvelopeLabels(WeddingState& state, const QAbstractItemModel& grid)
 {
     SheetReport built{envelopeLabelsDesign()};
-    Report& report = built.report;
     PendingFailure& pending = built.pending;
     const auto records =
         beginSheet(state, built, {{{"InvName_1", 50}, {"Address_1", 100}, {"InvName_2", 50}, {"Address_2", 100}}},
                    QStringLiteral(" - Envelop Labels"));
-    for (const char* name : {"Shape1", "Shape2"})
-        pending.attempt([&] { detail(report, name).visible = state.LabelFrame; });
-    const QColor color = colourFromValue(state.LabelColor);
-    for (const char* name : {"Shape1", "Shape2"})
-        pending.attempt([&] { detail(report, name).borderColor = color; });
-    for (const char* name : {"txtEnvLabel_1", "txtEnvLabel_2", "txtAddress_1", "txtAddress_2"})
-        pending.attempt([&] { detail(report, name).foreColor = color; });
+    frameAndColour(built, state, {"Shape1", "Shape2"},
+                   {"txtEnvLabel_1", "txtEnvLabel_2", "txtAddress_1", "txtAddress_2"});
 
     const bool address = state.LabelAddress;
     fillPairs(built, records, grid,
@@ -196,14 +195,8 @@ SheetReport buildSittingNotes(WeddingState& state, const QAbstractItemModel& gri
     const auto records = beginSheet(
         state, built, {{{"NoteName_1", 50}, {"NoteTableNo_1", 20}, {"NoteName_2", 50}, {"NoteTableNo_2", 20}}},
         QStringLiteral(" - Sitting Note"));
-    const std::array<const char*, 4> frames = {"Shape1", "Shape2", "LineSpliter1", "LineSpliter2"};
-    for (const char* name : frames)
-        pending.attempt([&] { detail(report, name).visible = state.LabelFrame; });
-    const QColor color = colourFromValue(state.LabelColor);
-    for (const char* name : frames)
-        pending.attempt([&] { detail(report, name).borderColor = color; });
-    for (const char* name : {"txtNoteName_1", "txtNoteName_2", "txtNoteTableNo_1", "txtNoteTableNo_2"})
-        pending.attempt([&] { detail(report, name).foreColor = color; });
+    frameAndColour(built, state, {"Shape1", "Shape2", "LineSpliter1", "LineSpliter2"},
+                   {"txtNoteName_1", "txtNoteName_2", "txtNoteTableNo_1", "txtNoteTableNo_2"});
     const std::array<const char*, 2> images = {"BgImg_1", "BgImg_2"};
     for (const char* name : images)
         pending.attempt([&] { detail(report, name).sizeMode = SizeMode::Stretch; });

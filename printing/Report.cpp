@@ -67,12 +67,22 @@ FontSpec reportFont(double points, bool bold, bool italic)
     return style;
 }
 
-Control labelControl(const QString& name, QRect rect, FontSpec font, TextAlign align, const QString& caption)
+namespace {
+
+Control control(const QString& name, ControlKind kind, QRect rect)
 {
     Control c;
     c.name = name;
-    c.kind = ControlKind::Label;
+    c.kind = kind;
     c.rect = rect;
+    return c;
+}
+
+} // namespace
+
+Control labelControl(const QString& name, QRect rect, FontSpec font, TextAlign align, const QString& caption)
+{
+    Control c = control(name, ControlKind::Label, rect);
     c.font = font;
     c.alignment = align;
     c.caption = caption;
@@ -81,10 +91,7 @@ Control labelControl(const QString& name, QRect rect, FontSpec font, TextAlign a
 
 Control textBoxControl(const QString& name, QRect rect, const QString& field, FontSpec font, TextAlign align)
 {
-    Control c;
-    c.name = name;
-    c.kind = ControlKind::TextBox;
-    c.rect = rect;
+    Control c = control(name, ControlKind::TextBox, rect);
     c.dataField = field;
     c.font = font;
     c.alignment = align;
@@ -93,13 +100,15 @@ Control textBoxControl(const QString& name, QRect rect, const QString& field, Fo
 
 Control shapeControl(const QString& name, QRect rect, ShapeKind kind, BorderStyle border)
 {
-    Control c;
-    c.name = name;
-    c.kind = ControlKind::Shape;
-    c.rect = rect;
+    Control c = control(name, ControlKind::Shape, rect);
     c.shape = kind;
     c.borderStyle = border;
     return c;
+}
+
+Control imageControl(const QString& name, QRect rect)
+{
+    return control(name, ControlKind::Image, rect);
 }
 
 } // namespace velmora::printing

@@ -60,6 +60,7 @@ Control labelControl(const QString& name, QRect rect, FontSpec font, TextAlign a
                      const QString& caption = {});
 Control textBoxControl(const QString& name, QRect rect, const QString& field, FontSpec font, TextAlign align);
 Control shapeControl(const QString& name, QRect rect, ShapeKind kind, BorderStyle border);
+Control imageControl(const QString& name, QRect rect);
 
 enum class SectionKind { ReportHeader, PageHeader, Detail, PageFooter, ReportFooter };
 

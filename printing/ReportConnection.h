@@ -1,6 +1,15 @@
 #pragma once
 
+#include "printing/RecordSet.h"
 #include "store/Engine.h"
+
+#include <functional>
+#include <memory>
+
+namespace velmora {
+class PendingFailure;
+struct WeddingState;
+}
 
 namespace velmora::printing {
 
@@ -16,5 +25,11 @@ public:
 private:
     store::Database m_db;
 };
+
+// The start of every report: ReportConn and ReportRs made anew in the state, the connection
+// opened on the wedding's database, the rows given their fields by `fields` and opened
+// empty. A failed step goes to `pending` and is passed over.
+std::shared_ptr<RecordSet> newReportRows(WeddingState& state, PendingFailure& pending,
+                                         const std::function<void(RecordSet&)>& fields);
 
 } // namespace velmora::printing

@@ -18,6 +18,7 @@
 #include "guests/ui/ImportWindow.h"
 #include "guests/ui/OptionsWindow.h"
 #include "printing/GuestReport.h"
+#include "printing/PrintDesign.h"
 #include "printing/ui/GuestReportPreview.h"
 #include "printing/ui/LabelPreviews.h"
 #include "printing/ui/PrintDesignWindow.h"
@@ -182,8 +183,8 @@ void MainWindow::wireCommands()
     on("popOptions", [this] { openOptions(); });
     on("mnuDial", [this] { DialNum(); });
     on("mnuPrintReport", [this] { PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this); });
-    on("mnuPrintEnvLables", [this] { openPrintDesign(1); });
-    on("mnuPrintSittingNotes", [this] { openPrintDesign(2); });
+    on("mnuPrintEnvLables", [this] { openPrintDesign(printing::LabelsPage); });
+    on("mnuPrintSittingNotes", [this] { openPrintDesign(printing::NotesPage); });
     on("popShowTablesMap", [this] {
         QAction* tick = action(QStringLiteral("popShowTablesMap"));
         tick->setChecked(!tick->isChecked());
@@ -265,13 +266,13 @@ void MainWindow::onToolbar(QAction* button)
         openBudget();
         break;
     case 7:
-        openPrintDesign(1);
+        openPrintDesign(printing::LabelsPage);
         break;
     case 8:
         PrintReport(m_state, m_prompts, m_model, m_lblList->text(), this);
         break;
     case 9:
-        openPrintDesign(2);
+        openPrintDesign(printing::NotesPage);
         break;
     case 10:
         ShowHideTablesMap();

@@ -22,15 +22,13 @@ void printCanvasPages(const printing::LaidOutReport& pages, QPrinter& printer)
     // printers can't reach: text at X 0 stands at the left margin.
     printer.setFullPage(false);
     QPainter painter;
-    if (!painter.begin(&printer))
-        throw Failure(482, QStringLiteral("לא ניתן להדפיס במדפסת %1.").arg(printer.printerName()));
+    beginPrinting(painter, printer);
     for (size_t page = 0; page < pages.pages.size(); ++page) {
         if (page > 0 && !printer.newPage())
             break;
         printing::paintPage(painter, pages.pages[page], printer.resolution());
     }
-    if (!painter.end() || printer.printerState() == QPrinter::Error)
-        throw Failure(482, QStringLiteral("ההדפסה במדפסת %1 נכשלה.").arg(printer.printerName()));
+    endPrinting(painter, printer);
 }
 
 void printCanvasWithDialog(Prompts& prompts, const std::function<void(printing::PrinterCanvas&)>& draw,

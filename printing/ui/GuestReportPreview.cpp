@@ -5,23 +5,14 @@
 #include "printing/GuestReport.h"
 #include "printing/ui/ReportPreview.h"
 
-#include <QGuiApplication>
-#include <QScreen>
-
 namespace velmora::ui {
 
 ReportPreview* PrintReport(WeddingState& state, Prompts& prompts, const QAbstractItemModel& grid,
                            const QString& listTitle, QWidget* parent)
 {
     printing::GuestReport built = printing::buildGuestReport(state, grid, listTitle);
-    const QString name = built.report.name;
-    if (parent) {
-        for (ReportPreview* earlier : parent->findChildren<ReportPreview*>(name, Qt::FindDirectChildrenOnly))
-            earlier->close();
-    }
     const std::shared_ptr<printing::RecordSet> records = built.report.dataSource;
-    auto* preview = new ReportPreview(prompts, std::move(built.report), parent);
-    preview->setAttribute(Qt::WA_DeleteOnClose);
+    ReportPreview* preview = replacePreview(prompts, std::move(built.report), parent);
     QObject::connect(preview, &ReportPreview::closing, preview,
                      [&state, records] { printing::releaseReport(state, records); });
     try {
@@ -29,11 +20,7 @@ ReportPreview* PrintReport(WeddingState& state, Prompts& prompts, const QAbstrac
     } catch (const Failure& failure) {
         built.lastFailure = failure;
     }
-    if (const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen()) {
-        const QRect area = screen->availableGeometry();
-        preview->resize(std::min(area.width(), 1000), area.height() * 9 / 10);
-    }
-    preview->show();
+    showPreview(*preview, parent);
     if (built.lastFailure)
         prompts.warning(built.lastFailure->text());
     return preview;

@@ -19,11 +19,6 @@ namespace velmora::printing::ui {
 using velmora::ui::setHebrewText;
 using velmora::ui::setHebrewTitle;
 
-namespace {
-
-constexpr int ClientWidth = 5130; // twips
-constexpr int ClientHeight = 2250;
-
 // The preview's outlines: drawn in the design colour, never in the way of the mouse.
 class Outline : public QWidget {
 public:
@@ -71,6 +66,11 @@ private:
     Kind m_kind;
     QColor m_colour = Qt::black;
 };
+
+namespace {
+
+constexpr int ClientWidth = 5130; // twips
+constexpr int ClientHeight = 2250;
 
 template <class Control>
 Control* place(Control* control, const char* name, int left, int top, int width, int height)
@@ -246,15 +246,15 @@ void PrintDesignWindow::chooseColour()
 void PrintDesignWindow::applyColour()
 {
     const QColor colour = colourFromValue(m_state.LabelColor);
-    static_cast<Outline*>(m_shpColor)->setColour(colour);
+    m_shpColor->setColour(colour);
     m_shpColor->setAccessibleDescription(colour.name());
     for (QLabel* text : {m_lblLabelName, m_lblLabelAddress, m_lblNoteName, m_lblNoteTable}) {
         QPalette palette = text->palette();
         palette.setColor(QPalette::WindowText, colour);
         text->setPalette(palette);
     }
-    for (QWidget* shape : {m_shpLabelFrame, m_shpNoteFrame, m_lineNoteFrame})
-        static_cast<Outline*>(shape)->setColour(colour);
+    for (Outline* shape : {m_shpLabelFrame, m_shpNoteFrame, m_lineNoteFrame})
+        shape->setColour(colour);
 }
 
 void PrintDesignWindow::labelFrameClicked()

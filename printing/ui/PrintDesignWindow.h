@@ -16,6 +16,8 @@ struct WeddingState;
 
 namespace velmora::printing::ui {
 
+class Outline;
+
 // What the print buttons build once the window is gone.
 struct PrintCommands {
     std::function<void()> printLabels;
@@ -66,13 +68,13 @@ private:
 
     QWidget* m_framLabelPrint = nullptr;
     QWidget* m_framSittingNotePrint = nullptr;
-    QWidget* m_shpColor = nullptr;
+    Outline* m_shpColor = nullptr;
     QCheckBox* m_chkLabelFrame = nullptr;
     QCheckBox* m_chkLabelAddress = nullptr;
     QCheckBox* m_chkNoteFrame = nullptr;
-    QWidget* m_shpLabelFrame = nullptr;
-    QWidget* m_shpNoteFrame = nullptr;
-    QWidget* m_lineNoteFrame = nullptr;
+    Outline* m_shpLabelFrame = nullptr;
+    Outline* m_shpNoteFrame = nullptr;
+    Outline* m_lineNoteFrame = nullptr;
     QLabel* m_lblLabelName = nullptr;
     QLabel* m_lblLabelAddress = nullptr;
     QLabel* m_lblNoteName = nullptr;

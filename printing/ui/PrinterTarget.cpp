@@ -1,5 +1,7 @@
 #include "printing/ui/PrinterTarget.h"
 
+#include <QPainter>
+
 namespace velmora::ui {
 
 std::unique_ptr<QPrinter> printerFor(const PrinterRequest& choice)
@@ -23,16 +25,24 @@ std::unique_ptr<QPrinter> printerFor(const PrinterRequest& choice)
     return printer;
 }
 
-} // namespace velmora::ui
-
-namespace velmora::ui {
-
 std::optional<PrinterRequest> askForPrinter(Prompts& prompts, const PrinterRequest& proposal)
 {
     PromptResult<PrinterRequest> choice = prompts.choosePrinter(proposal);
     if (!choice && choice.failure.number() != CancelFailureNumber)
         prompts.warning(choice.failure.text());
     return std::move(choice.value);
+}
+
+void beginPrinting(QPainter& painter, QPrinter& printer)
+{
+    if (!painter.begin(&printer))
+        throw Failure(482, QStringLiteral("לא ניתן להדפיס במדפסת %1.").arg(printer.printerName()));
+}
+
+void endPrinting(QPainter& painter, QPrinter& printer)
+{
+    if (!painter.end() || printer.printerState() == QPrinter::Error)
+        throw Failure(482, QStringLiteral("ההדפסה במדפסת %1 נכשלה.").arg(printer.printerName()));
 }
 
 } // namespace velmora::ui

@@ -4,6 +4,8 @@
 
 #include <QPrinter>
 
+class QPainter;
+
 #include <memory>
 #include <optional>
 
@@ -16,5 +18,10 @@ std::unique_ptr<QPrinter> printerFor(const PrinterRequest& choice);
 // The print dialog, as every printout opens it first: a cancel says nothing, any other
 // failure of the dialog shows its text with the warning icon; either gives no printer.
 std::optional<PrinterRequest> askForPrinter(Prompts& prompts, const PrinterRequest& proposal = {});
+
+// Painting on a printer, begun and ended; either step that fails throws a Failure naming
+// the printer.
+void beginPrinting(QPainter& painter, QPrinter& printer);
+void endPrinting(QPainter& painter, QPrinter& printer);
 
 } // namespace velmora::ui

@@ -9,10 +9,12 @@
 
 #include <QAbstractScrollArea>
 #include <QAction>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPainter>
 #include <QPointer>
 #include <QPrinter>
+#include <QScreen>
 #include <QScopeGuard>
 #include <QScrollBar>
 #include <QToolBar>
@@ -318,6 +320,26 @@ void ReportPreview::closeEvent(QCloseEvent* event)
         emit closing();
     }
     QWidget::closeEvent(event);
+}
+
+ReportPreview* replacePreview(Prompts& prompts, printing::Report report, QWidget* parent)
+{
+    if (parent) {
+        for (ReportPreview* earlier : parent->findChildren<ReportPreview*>(report.name, Qt::FindDirectChildrenOnly))
+            earlier->close();
+    }
+    auto* preview = new ReportPreview(prompts, std::move(report), parent);
+    preview->setAttribute(Qt::WA_DeleteOnClose);
+    return preview;
+}
+
+void showPreview(ReportPreview& preview, QWidget* parent)
+{
+    if (const QScreen* screen = parent ? parent->screen() : QGuiApplication::primaryScreen()) {
+        const QRect area = screen->availableGeometry();
+        preview.resize(std::min(area.width(), 1000), area.height() * 9 / 10);
+    }
+    preview.show();
 }
 
 } // namespace velmora::ui

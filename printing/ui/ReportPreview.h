@@ -86,4 +86,11 @@ private:
     bool m_closed = false;
 };
 
+// How each report opens: an earlier preview of the same report beside `parent` closes
+// first; the new one is deleted when it closes.
+ReportPreview* replacePreview(Prompts& prompts, printing::Report report, QWidget* parent);
+// Sizes a preview to its screen, at most 1000 pixels wide and nine tenths of the height, and
+// shows it.
+void showPreview(ReportPreview& preview, QWidget* parent);
+
 } // namespace velmora::ui

@@ -65,12 +65,10 @@ void printWindowPicture(QWidget& window, QPrinter& printer, const QList<QWidget*
     onPage *= fit;
 
     QPainter painter;
-    if (!painter.begin(&printer))
-        throw Failure(482, QStringLiteral("לא ניתן להדפיס במדפסת %1.").arg(printer.printerName()));
+    beginPrinting(painter, printer);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(QRectF(QPointF(0, 0), onPage), picture);
-    if (!painter.end() || printer.printerState() == QPrinter::Error)
-        throw Failure(482, QStringLiteral("ההדפסה במדפסת %1 נכשלה.").arg(printer.printerName()));
+    endPrinting(painter, printer);
 }
 
 void printWindowWithDialog(QWidget& window, const QList<QWidget*>& hidden, Prompts& prompts, const QString& printed)
